@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QString>
+#include <QUrl>
+
+// The throwaway local backend that the CTest "backend" fixture started. Its state file
+// (KEY=VALUE lines written by `server/backend start --throwaway`) tells where it listens.
+class TestBackend {
+public:
+    // Reads the state file named by VANTREL_TEST_BACKEND_STATE (environment first, then the
+    // path compiled in). Returns false, with a reason in error(), when there is none.
+    static const TestBackend &instance();
+
+    [[nodiscard]] bool isAvailable() const { return m_available; }
+    [[nodiscard]] QString error() const { return m_error; }
+    [[nodiscard]] QString value(const QString &key) const { return m_values.value(key); }
+
+    [[nodiscard]] QUrl serverUrl() const { return QUrl(value(QStringLiteral("VANTREL_SERVER_URL"))); }
+    [[nodiscard]] QUrl siteUrl() const { return QUrl(value(QStringLiteral("VANTREL_SITE_URL"))); }
+    [[nodiscard]] QString applicationId() const { return value(QStringLiteral("VANTREL_APP_ID")); }
+    [[nodiscard]] QString clientKey() const { return value(QStringLiteral("VANTREL_CLIENT_KEY")); }
+    [[nodiscard]] QString masterKey() const { return value(QStringLiteral("VANTREL_MASTER_KEY")); }
+    [[nodiscard]] QString mailOutbox() const { return value(QStringLiteral("VANTREL_MAIL_OUTBOX")); }
+    [[nodiscard]] QString noticeOutbox() const { return value(QStringLiteral("VANTREL_NOTICE_OUTBOX")); }
+
+    struct Reply {
+        int status = 0; // HTTP status, 0 when no reply arrived
+        QJsonDocument body;
+        QByteArray raw;
+    };
+
+    // A blocking REST call for test set-up and checks. With useMasterKey the call bypasses
+    // permissions; otherwise it goes as a client (optionally with a session token).
+    Reply request(const QByteArray &method, const QString &path, const QJsonObject &body = {},
+                  bool useMasterKey = false, const QString &sessionToken = {}) const;
+
+    // A fresh user signed up for one test, with a unique name. Returns its objectId and session token.
+    struct User {
+        QString objectId;
+        QString username;
+        QString password;
+        QString sessionToken;
+    };
+    User signUpUser(const QJsonObject &extraFields = {}) const;
+
+    // Appends the lines of a file written since the test began; used for the outboxes.
+    static QStringList readLines(const QString &path);
+
+private:
+    TestBackend();
+    bool m_available = false;
+    QString m_error;
+    QHash<QString, QString> m_values;
+};
+
+// Skips the current test when no backend was started (e.g. running one binary by hand).
+#define REQUIRE_BACKEND()                                                                                              \
+    do {                                                                                                               \
+        if (!TestBackend::instance().isAvailable())                                                                    \
+            QFAIL(qPrintable(QStringLiteral("local backend not running: ") + TestBackend::instance().error()));     \
+    } while (false)
