@@ -1,0 +1,6 @@
+#include "FreelanceCategory.h"
+
+PFQuery FreelanceCategory::query()
+{
+    return PFQuery(parseClassName()).orderByDescending(QStringLiteral("createdAt"));
+}

@@ -1,0 +1,6 @@
+#include "NewsHotSpot.h"
+
+PFQuery NewsHotSpot::query()
+{
+    return PFQuery(parseClassName()).orderByDescending(QStringLiteral("createdAt"));
+}

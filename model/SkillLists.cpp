@@ -1,0 +1,25 @@
+#include "SkillLists.h"
+
+QStringList SkillLists::broadcastSkills()
+{
+    return {QStringLiteral("TV Camera"),
+            QStringLiteral("TV Sound"),
+            QStringLiteral("TV Video Editor"),
+            QStringLiteral("TV Camera/Sound/Edit"),
+            QStringLiteral("TV Video Journalist (VJ)"),
+            QStringLiteral("TV Presenter"),
+            QStringLiteral("TV Reporter"),
+            QStringLiteral("TV Producer"),
+            QStringLiteral("Radio Reporter/Presenter"),
+            QStringLiteral("Broadcast Fixer")};
+}
+
+QStringList SkillLists::printSkills()
+{
+    return {QStringLiteral("Writer"), QStringLiteral("Photographer"), QStringLiteral("Fixer")};
+}
+
+QStringList SkillLists::citizenSkills()
+{
+    return {QStringLiteral("User-Generator/Live-Streamer")};
+}

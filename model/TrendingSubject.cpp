@@ -1,0 +1,6 @@
+#include "TrendingSubject.h"
+
+PFQuery TrendingSubject::query()
+{
+    return PFQuery(parseClassName()).orderByDescending(QStringLiteral("createdAt"));
+}

@@ -1,0 +1,6 @@
+#include "User.h"
+
+PFQuery User::query()
+{
+    return PFUser::query().orderByDescending(QStringLiteral("createdAt"));
+}

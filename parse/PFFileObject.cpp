@@ -1,0 +1,63 @@
+#include "PFFileObject.h"
+
+#include "PFDispatch.h"
+#include "PFError.h"
+#include "Parse.h"
+#include "ParseCore.h"
+
+PFFileObject::PFFileObject(QString name, QUrl url, std::optional<QByteArray> data, QByteArray contentType)
+    : m_name(std::move(name)), m_url(std::move(url)), m_data(std::move(data)), m_contentType(std::move(contentType))
+{
+}
+
+PFFileObjectPtr PFFileObject::fileObjectWithData(const QByteArray &data)
+{
+    return fileObjectWithName(QStringLiteral("file"), data);
+}
+
+PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QByteArray &data,
+                                                 const QByteArray &contentType)
+{
+    return std::make_shared<PFFileObject>(name, QUrl(), data,
+                                          contentType.isEmpty() ? QByteArrayLiteral("application/octet-stream")
+                                                                : contentType);
+}
+
+PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QUrl &url)
+{
+    return std::make_shared<PFFileObject>(name, url, std::nullopt, QByteArray());
+}
+
+void PFFileObject::didUpload(const QString &name, const QUrl &url)
+{
+    m_name = name;
+    m_url = url;
+}
+
+void PFFileObject::saveInBackgroundWithBlock(PFBooleanResultBlock block)
+{
+    ParseCore *core = Parse::core();
+    if (!core) {
+        PFDispatch::later([block] {
+            const PFError error = PFError::notInitialized();
+            if (block)
+                block(false, &error);
+        });
+        return;
+    }
+    core->fileController().upload(shared_from_this(), core->sessionToken(), std::move(block));
+}
+
+void PFFileObject::getDataInBackgroundWithBlock(PFDataResultBlock block)
+{
+    ParseCore *core = Parse::core();
+    if (m_data || !core) {
+        PFDispatch::later([block, data = m_data] {
+            const PFError error = PFError::notInitialized();
+            if (block)
+                block(data.value_or(QByteArray()), data ? nullptr : &error);
+        });
+        return;
+    }
+    core->fileController().download(shared_from_this(), std::move(block));
+}

@@ -1,0 +1,91 @@
+#include "ClientFixture.h"
+
+#include "PFError.h"
+#include "PFObject.h"
+#include "PFQuery.h"
+#include "PFUser.h"
+#include "Parse.h"
+#include "ParseCore.h"
+#include "TestBackend.h"
+
+#include <QTest>
+
+ParseClientConfiguration ClientFixture::configuration(const QString &dataDirectory, PFSecureStorage *secureStorage,
+                                                      const QString &server)
+{
+    return ParseClientConfiguration::configurationWithBlock([&](ParseClientConfiguration &c) {
+        c.localDatastoreEnabled = true;
+        c.applicationId = TestBackend::instance().applicationId();
+        c.server = server.isEmpty() ? TestBackend::instance().serverUrl().toString() : server;
+        c.clientKey = TestBackend::instance().clientKey();
+        c.dataDirectory = dataDirectory;
+        c.secureStorage = secureStorage;
+        c.networkRetryAttempts = 1;
+        c.retryInitialDelayMs = 50;
+        c.eventuallyRetryIntervalMs = 200;
+    });
+}
+
+void ClientFixture::start(const ParseClientConfiguration &configuration)
+{
+    Parse::setCore(nullptr);
+    Parse::initializeWithConfiguration(configuration);
+}
+
+void ClientFixture::stop()
+{
+    Parse::setCore(nullptr);
+}
+
+namespace {
+template <class Start> bool waitFor(Start start, int *errorCode)
+{
+    bool done = false;
+    int code = 0;
+    start([&](const PFError *error) {
+        code = error ? error->code() : 0;
+        done = true;
+    });
+    if (!QTest::qWaitFor([&] { return done; }, 30000))
+        code = -999;
+    if (errorCode)
+        *errorCode = code;
+    return code == 0;
+}
+} // namespace
+
+bool ClientFixture::save(const PFObjectPtr &object, int *errorCode)
+{
+    return waitFor([&](auto finish) { object->saveInBackgroundWithBlock([=](bool, const PFError *e) { finish(e); }); },
+                   errorCode);
+}
+
+QList<PFObjectPtr> ClientFixture::find(const PFQuery &query, int *errorCode)
+{
+    QList<PFObjectPtr> found;
+    waitFor(
+        [&](auto finish) {
+            query.findObjectsInBackgroundWithBlock([&found, finish](const QList<PFObjectPtr> &objects,
+                                                                    const PFError *e) {
+                found = objects;
+                finish(e);
+            });
+        },
+        errorCode);
+    return found;
+}
+
+PFUserPtr ClientFixture::logIn(const QString &username, const QString &password, int *errorCode)
+{
+    PFUserPtr user;
+    waitFor(
+        [&](auto finish) {
+            PFUser::logInWithUsernameInBackground(username, password, [&user, finish](const PFUserPtr &u,
+                                                                                       const PFError *e) {
+                user = u;
+                finish(e);
+            });
+        },
+        errorCode);
+    return user;
+}

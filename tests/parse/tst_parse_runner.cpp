@@ -1,0 +1,294 @@
+// The command runner and the controllers above it against canned replies: headers, retries,
+// and every kind of bad reply turned into a PFError.
+#include "CannedHttpServer.h"
+#include "PFError.h"
+#include "PFObject.h"
+#include "PFQuery.h"
+#include "PFUser.h"
+#include "Parse.h"
+#include "ParseCore.h"
+
+#include <QLoggingCategory>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+QStringList g_log;
+void captureLog(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    g_log.append(message);
+}
+
+struct FindOutcome {
+    bool called = false;
+    int calls = 0;
+    int code = 0;
+    QList<PFObjectPtr> objects;
+};
+} // namespace
+
+class ParseRunnerTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void badRepliesBecomeErrors_data();
+    void badRepliesBecomeErrors();
+    void badLogInRepliesBecomeErrors_data();
+    void badLogInRepliesBecomeErrors();
+    void writeIsRetriedWithTheSameRequestId();
+    void requestsCarryTheParseHeaders();
+    void unreachableServerGivesConnectionError();
+    void completionNeverRunsInsideTheCall();
+    void retryDelayGrowsWithJitter_data();
+    void retryDelayGrowsWithJitter();
+    void secretsNeverReachTheLog();
+
+private:
+    void startClient(const QString &server, int retries = 0);
+    FindOutcome find(const PFQuery &query);
+    std::unique_ptr<CannedHttpServer> m_server;
+    std::unique_ptr<QTemporaryDir> m_data;
+};
+
+void ParseRunnerTest::init()
+{
+    m_server = std::make_unique<CannedHttpServer>();
+    m_data = std::make_unique<QTemporaryDir>();
+    startClient(m_server->origin());
+}
+
+void ParseRunnerTest::cleanup()
+{
+    Parse::setCore(nullptr);
+}
+
+void ParseRunnerTest::startClient(const QString &server, int retries)
+{
+    Parse::initializeWithConfiguration(ParseClientConfiguration::configurationWithBlock([&](auto &c) {
+        c.applicationId = QStringLiteral("app");
+        c.clientKey = QStringLiteral("client");
+        c.server = server;
+        c.dataDirectory = m_data->path();
+        c.networkRetryAttempts = retries;
+        c.retryInitialDelayMs = 10;
+    }));
+}
+
+FindOutcome ParseRunnerTest::find(const PFQuery &query)
+{
+    FindOutcome outcome;
+    query.findObjectsInBackgroundWithBlock([&outcome](const QList<PFObjectPtr> &objects, const PFError *error) {
+        outcome.called = true;
+        ++outcome.calls;
+        outcome.code = error ? error->code() : 0;
+        outcome.objects = objects;
+    });
+    if (!QTest::qWaitFor([&] { return outcome.called; }, 10000))
+        outcome.code = -999;
+    return outcome;
+}
+
+void ParseRunnerTest::badRepliesBecomeErrors_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("contentType");
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("code");
+    const QByteArray json = "application/json";
+    const QByteArray html = "text/html";
+    QTest::newRow("truncated JSON") << 200 << json << QByteArray(R"({"results":[{"objectId":"a")") << 107;
+    QTest::newRow("empty body") << 200 << json << QByteArray() << 107;
+    QTest::newRow("array instead of object") << 200 << json << QByteArray("[1,2]") << 107;
+    QTest::newRow("results not a list") << 200 << json << QByteArray(R"({"results":{"a":1}})") << 107;
+    QTest::newRow("result not a record") << 200 << json << QByteArray(R"({"results":[5]})") << 107;
+    QTest::newRow("record id a number") << 200 << json << QByteArray(R"({"results":[{"objectId":5}]})") << 107;
+    QTest::newRow("record date garbage") << 200 << json
+                                         << QByteArray(R"({"results":[{"objectId":"a","createdAt":"soon"}]})") << 107;
+    QTest::newRow("HTML error page 502") << 502 << html << QByteArray("<html><body>Bad Gateway</body></html>") << 107;
+    QTest::newRow("HTML page 404") << 404 << html << QByteArray("<!DOCTYPE html><p>Not found</p>") << 107;
+    QTest::newRow("JSON error without code") << 400 << json << QByteArray(R"({"message":"no"})") << 107;
+    QTest::newRow("server's own error") << 404 << json << QByteArray(R"({"code":101,"error":"Object not found."})")
+                                        << 101;
+    QTest::newRow("error with message only") << 403 << json << QByteArray(R"({"error":"unauthorized"})") << -1;
+}
+
+void ParseRunnerTest::badRepliesBecomeErrors()
+{
+    QFETCH(int, status);
+    QFETCH(QByteArray, contentType);
+    QFETCH(QByteArray, body);
+    QFETCH(int, code);
+    m_server->enqueue(status, body, contentType);
+    const FindOutcome outcome = find(PFQuery(QStringLiteral("Story")));
+    QCOMPARE(outcome.code, code);
+    QCOMPARE(outcome.calls, 1);
+    QVERIFY(outcome.objects.isEmpty());
+}
+
+void ParseRunnerTest::badLogInRepliesBecomeErrors_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("no session token") << QByteArray(R"({"objectId":"u1","username":"a"})");
+    QTest::newRow("session token a number") << QByteArray(R"({"objectId":"u1","sessionToken":5})");
+    QTest::newRow("no user id") << QByteArray(R"({"sessionToken":"r:x"})");
+    QTest::newRow("cut off") << QByteArray(R"({"objectId":"u1","sessionTo)");
+}
+
+void ParseRunnerTest::badLogInRepliesBecomeErrors()
+{
+    QFETCH(QByteArray, body);
+    m_server->enqueue(200, body);
+    bool called = false;
+    int code = 0;
+    PFUser::logInWithUsernameInBackground(QStringLiteral("a"), QStringLiteral("b"),
+                                          [&](const PFUserPtr &user, const PFError *error) {
+                                              called = true;
+                                              code = error ? error->code() : 0;
+                                              QVERIFY(!user);
+                                          });
+    QTRY_VERIFY(called);
+    QCOMPARE(code, int(PFError::InvalidJSON));
+    QVERIFY(!PFUser::currentUser());
+}
+
+void ParseRunnerTest::writeIsRetriedWithTheSameRequestId()
+{
+    startClient(m_server->origin(), 3);
+    m_server->enqueue(503, "<html>busy</html>", "text/html");
+    m_server->enqueueRaw("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{\"obj"); // cut off mid-reply
+    m_server->enqueue(201, R"({"objectId":"s1","createdAt":"2026-01-01T00:00:00.000Z"})");
+    auto story = PFObject::objectWithClassName(QStringLiteral("Story"));
+    story->setObject(QStringLiteral("Flood"), QStringLiteral("title"));
+    bool called = false;
+    bool succeeded = false;
+    story->saveInBackgroundWithBlock([&](bool ok, const PFError *) {
+        called = true;
+        succeeded = ok;
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(called, 10000);
+    QVERIFY(succeeded);
+    QCOMPARE(story->objectId(), QStringLiteral("s1"));
+    QVERIFY(!story->isDirty());
+    QCOMPARE(m_server->requests().size(), 3);
+    const QByteArray requestId = m_server->requests().first().headers.value("x-parse-request-id");
+    QVERIFY(!requestId.isEmpty());
+    for (const auto &request : m_server->requests()) {
+        QCOMPARE(request.method, QByteArray("POST"));
+        QCOMPARE(request.headers.value("x-parse-request-id"), requestId);
+        QCOMPARE(request.body, QByteArray(R"({"title":"Flood"})"));
+    }
+}
+
+void ParseRunnerTest::requestsCarryTheParseHeaders()
+{
+    m_server->enqueue(200, R"({"results":[]})");
+    QCOMPARE(find(PFQuery(QStringLiteral("Story"))).code, 0);
+    m_server->enqueue(200, R"({"result":"ok"})");
+    ParseCommand command = ParseCommand::callFunction(QStringLiteral("f"), {});
+    command.sessionToken = QStringLiteral("r:abc");
+    bool called = false;
+    Parse::core()->runner().runCommand(command, [&](const ParseCommandResult &) { called = true; });
+    QTRY_VERIFY(called);
+
+    QCOMPARE(m_server->requests().size(), 2);
+    const auto &get = m_server->requests().at(0);
+    QCOMPARE(get.method, QByteArray("GET"));
+    QCOMPARE(get.target, QByteArray("/classes/Story"));
+    QCOMPARE(get.headers.value("x-parse-application-id"), QByteArray("app"));
+    QCOMPARE(get.headers.value("x-parse-client-key"), QByteArray("client"));
+    QVERIFY(!get.headers.contains("x-parse-request-id"));
+    QVERIFY(!get.headers.contains("x-parse-session-token"));
+    const QByteArray installationId = get.headers.value("x-parse-installation-id");
+    QVERIFY(!QUuid::fromString(QLatin1String(installationId)).isNull());
+    const auto &post = m_server->requests().at(1);
+    QCOMPARE(post.target, QByteArray("/functions/f"));
+    QCOMPARE(post.headers.value("x-parse-session-token"), QByteArray("r:abc"));
+    QCOMPARE(post.headers.value("x-parse-installation-id"), installationId);
+    QVERIFY(!post.headers.value("x-parse-request-id").isEmpty());
+}
+
+void ParseRunnerTest::unreachableServerGivesConnectionError()
+{
+    QTcpServer closed;
+    QVERIFY(closed.listen(QHostAddress::LocalHost));
+    const QString origin = QStringLiteral("http://127.0.0.1:%1").arg(closed.serverPort());
+    closed.close();
+    startClient(origin, 2);
+    const FindOutcome outcome = find(PFQuery(QStringLiteral("Story")));
+    QCOMPARE(outcome.code, int(PFError::ConnectionFailed));
+    QCOMPARE(outcome.calls, 1);
+}
+
+void ParseRunnerTest::completionNeverRunsInsideTheCall()
+{
+    m_server->enqueue(200, R"({"results":[]})");
+    bool called = false;
+    PFQuery(QStringLiteral("Story")).findObjectsInBackgroundWithBlock([&](auto &&, auto) { called = true; });
+    QVERIFY(!called);
+    QTRY_VERIFY(called);
+
+    // Also when the call fails at once.
+    called = false;
+    PFQuery(QStringLiteral("Story"))
+        .whereKey(QStringLiteral("p"), PFObject::objectWithClassName(QStringLiteral("Story")))
+        .findObjectsInBackgroundWithBlock([&](auto &&, auto) { called = true; });
+    QVERIFY(!called);
+    QTRY_VERIFY(called);
+    Parse::setCore(nullptr);
+    called = false;
+    PFObject::objectWithClassName(QStringLiteral("Story"))->saveInBackgroundWithBlock([&](bool, auto) { called = true; });
+    QVERIFY(!called);
+    QTRY_VERIFY(called);
+}
+
+void ParseRunnerTest::retryDelayGrowsWithJitter_data()
+{
+    QTest::addColumn<int>("attempt");
+    QTest::addColumn<double>("jitter");
+    QTest::addColumn<int>("delay");
+    QTest::newRow("first, no jitter") << 1 << 0.0 << 500;
+    QTest::newRow("first, most jitter") << 1 << 0.99 << 995;
+    QTest::newRow("third, half jitter") << 3 << 0.5 << 3000;
+}
+
+void ParseRunnerTest::retryDelayGrowsWithJitter()
+{
+    QFETCH(int, attempt);
+    QFETCH(double, jitter);
+    QFETCH(int, delay);
+    QCOMPARE(ParseCommandRunner::retryDelayMs(500, attempt, jitter), delay);
+}
+
+void ParseRunnerTest::secretsNeverReachTheLog()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("vantrel.parse.*=true"));
+    g_log.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(captureLog);
+    m_server->enqueue(200, R"({"objectId":"u1","username":"ana","sessionToken":"r:TOKEN-1"})");
+    m_server->enqueue(200, R"({"updatedAt":"2026-01-01T00:00:00.000Z"})");
+    int code = -1;
+    PFUser::logInWithUsernameInBackground(QStringLiteral("ana"), QStringLiteral("PASSWORD-1"),
+                                          [&](const PFUserPtr &, const PFError *error) {
+                                              code = error ? error->code() : 0;
+                                          });
+    QTRY_COMPARE(code, 0);
+    PFUserPtr user = PFUser::currentUser();
+    user->setPassword(QStringLiteral("PASSWORD-2"));
+    bool saved = false;
+    user->saveInBackgroundWithBlock([&](bool ok, const PFError *) { saved = ok; });
+    QTRY_VERIFY(saved);
+    qInstallMessageHandler(previous);
+    QLoggingCategory::setFilterRules(QString());
+
+    QVERIFY(g_log.size() >= 4); // the requests were logged...
+    const QString all = g_log.join(u'\n');
+    for (const char *secret : {"TOKEN-1", "PASSWORD-1", "PASSWORD-2"})
+        QVERIFY2(!all.contains(QLatin1String(secret)), secret); // ...but not their secrets
+    QCOMPARE(m_server->requests().at(1).headers.value("x-parse-session-token"), QByteArray("r:TOKEN-1"));
+    QVERIFY(!user->hasKey(QStringLiteral("password")));
+}
+
+QTEST_MAIN(ParseRunnerTest)
+#include "tst_parse_runner.moc"

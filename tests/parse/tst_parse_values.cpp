@@ -1,0 +1,272 @@
+// Values, records and local files of the backend client, without a server.
+#include "PFDataStore.h"
+#include "PFDecoder.h"
+#include "PFEncoder.h"
+#include "PFFileObject.h"
+#include "PFObject.h"
+#include "PFQuery.h"
+#include "PFUser.h"
+#include "ParseClientConfiguration.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <filesystem>
+
+namespace {
+class Story : public PFObject {
+public:
+    Story() : PFObject(parseClassName()) {}
+    static QString parseClassName() { return QStringLiteral("Story"); }
+};
+
+QJsonValue json(const char *text)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray("[") + text + "]");
+    return document.array().at(0);
+}
+} // namespace
+
+class ParseValuesTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void roundTrip_data();
+    void roundTrip();
+    void pointerComesBackAsRegisteredSubclass();
+    void malformedValues_data();
+    void malformedValues();
+    void pointerToUnsavedRecordIsRefused();
+    void typedReadsOfOtherTypesAreEmpty();
+    void failedSaveKeepsChangesMadeMeanwhile();
+    void endpointKeepsServerPath_data();
+    void endpointKeepsServerPath();
+    void queryParameters();
+    void genericInitialiserOfRegisteredSubclassStopsProgram();
+    void dataStoreFilesAreUserOnly();
+};
+
+void ParseValuesTest::initTestCase()
+{
+    PFObject::registerSubclass<Story>();
+}
+
+void ParseValuesTest::roundTrip_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QByteArray>("encoded");
+    const QDateTime date(QDate(2026, 3, 4), QTime(5, 6, 7, 89), Qt::UTC);
+    QTest::newRow("string") << QVariant(QStringLiteral("Größe \"x\"")) << QByteArray(R"("Größe \"x\"")");
+    QTest::newRow("number") << QVariant(2.5) << QByteArray("2.5");
+    QTest::newRow("bool") << QVariant(true) << QByteArray("true");
+    QTest::newRow("date") << QVariant(date) << QByteArray(R"({"__type":"Date","iso":"2026-03-04T05:06:07.089Z"})");
+    QTest::newRow("geo point") << QVariant::fromValue(PFGeoPoint::geoPointWithLatitude(51.5, -0.12))
+                               << QByteArray(R"({"__type":"GeoPoint","latitude":51.5,"longitude":-0.12})");
+    QTest::newRow("null") << QVariant::fromValue(nullptr) << QByteArray("null");
+    QTest::newRow("list of dates") << QVariant(QVariantList{date, QStringLiteral("x"), 1.0})
+                                   << QByteArray(R"([{"__type":"Date","iso":"2026-03-04T05:06:07.089Z"},"x",1])");
+    QTest::newRow("map") << QVariant(QVariantMap{{QStringLiteral("a"), QVariantList{}}})
+                         << QByteArray(R"({"a":[]})");
+}
+
+void ParseValuesTest::roundTrip()
+{
+    QFETCH(QVariant, value);
+    QFETCH(QByteArray, encoded);
+    PFEncoder encoder;
+    const QJsonValue out = encoder.encode(value);
+    QVERIFY(!encoder.error());
+    QCOMPARE(QJsonDocument(QJsonArray{out}).toJson(QJsonDocument::Compact), "[" + encoded + "]");
+    PFDecoder decoder;
+    const QVariant back = decoder.decode(out);
+    QVERIFY(!decoder.error());
+    if (value.metaType() == QMetaType::fromType<PFGeoPoint>())
+        QCOMPARE(back.value<PFGeoPoint>(), value.value<PFGeoPoint>());
+    else
+        QCOMPARE(back, value);
+}
+
+void ParseValuesTest::pointerComesBackAsRegisteredSubclass()
+{
+    PFDecoder decoder;
+    const QVariant pointer = decoder.decode(json(R"({"__type":"Pointer","className":"Story","objectId":"s1"})"));
+    const auto story = std::dynamic_pointer_cast<Story>(pointer.value<PFObjectPtr>());
+    QVERIFY(story);
+    QCOMPARE(story->objectId(), QStringLiteral("s1"));
+    QVERIFY(!story->isDataAvailable());
+
+    const QVariant full = decoder.decode(json(R"({"__type":"Object","className":"_User","objectId":"u1",
+        "createdAt":"2026-01-02T03:04:05.006Z","firstName":"Ana","sessionToken":"r:secret",
+        "profilePicture":{"__type":"File","name":"p.jpg","url":"http://h/p.jpg"}})"));
+    QVERIFY(!decoder.error());
+    const auto user = std::dynamic_pointer_cast<PFUser>(full.value<PFObjectPtr>());
+    QVERIFY(user);
+    QVERIFY(user->isDataAvailable());
+    QCOMPARE(user->stringForKey(QStringLiteral("firstName")), QStringLiteral("Ana"));
+    QCOMPARE(user->createdAt(), QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5, 6), Qt::UTC));
+    QVERIFY(!user->hasKey(QStringLiteral("sessionToken")));
+    QCOMPARE(user->fileForKey(QStringLiteral("profilePicture"))->url(), QUrl(QStringLiteral("http://h/p.jpg")));
+}
+
+void ParseValuesTest::malformedValues_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::newRow("date without iso") << QByteArray(R"({"__type":"Date"})");
+    QTest::newRow("date not a date") << QByteArray(R"({"__type":"Date","iso":"yesterday"})");
+    QTest::newRow("geo point as text") << QByteArray(R"({"__type":"GeoPoint","latitude":"1","longitude":2})");
+    QTest::newRow("pointer without id") << QByteArray(R"({"__type":"Pointer","className":"Story"})");
+    QTest::newRow("pointer id a number") << QByteArray(R"({"__type":"Pointer","className":"Story","objectId":7})");
+    QTest::newRow("object without id") << QByteArray(R"({"__type":"Object","className":"Story"})");
+    QTest::newRow("file without name") << QByteArray(R"({"__type":"File","url":"http://h/x"})");
+    QTest::newRow("nested in a list") << QByteArray(R"([1,{"__type":"Date","iso":5}])");
+}
+
+void ParseValuesTest::malformedValues()
+{
+    QFETCH(QByteArray, reply);
+    PFDecoder decoder;
+    (void)decoder.decode(json(reply.constData()));
+    QVERIFY(decoder.error());
+    QCOMPARE(decoder.error()->code(), int(PFError::InvalidJSON));
+    QVERIFY(!decoder.error()->localizedDescription().isEmpty());
+}
+
+void ParseValuesTest::pointerToUnsavedRecordIsRefused()
+{
+    auto unsaved = std::make_shared<Story>();
+    PFEncoder refusing;
+    (void)refusing.encode(QVariant::fromValue(PFObjectPtr(unsaved)));
+    QVERIFY(refusing.error());
+
+    unsaved->mutableState().localId = QStringLiteral("local-1");
+    PFEncoder eventual(PFEncoder::UnsavedPointers::UseLocalId);
+    const QJsonValue pointer = eventual.encode(QVariant::fromValue(PFObjectPtr(unsaved)));
+    QVERIFY(!eventual.error());
+    QCOMPARE(pointer[QLatin1String("localId")].toString(), QStringLiteral("local-1"));
+
+    PFQuery query(QStringLiteral("Story"));
+    query.whereKey(QStringLiteral("parent"), PFObjectPtr(std::make_shared<Story>()));
+    QVERIFY(query.error());
+}
+
+void ParseValuesTest::typedReadsOfOtherTypesAreEmpty()
+{
+    Story story;
+    story.setObject(42, QStringLiteral("title"));
+    story.setObject(QStringLiteral("yes"), QStringLiteral("flag"));
+    story.setObject(QVariantList{QStringLiteral("a"), 3, QStringLiteral("b")}, QStringLiteral("tags"));
+    QCOMPARE(story.stringForKey(QStringLiteral("title")), QString());
+    QCOMPARE(story.boolForKey(QStringLiteral("flag")), false);
+    QCOMPARE(story.stringListForKey(QStringLiteral("tags")), QStringList({"a", "b"}));
+    QVERIFY(!story.objectForKey(QStringLiteral("absent")).isValid());
+    QVERIFY(!story.hasKey(QStringLiteral("absent")));
+    story.removeObjectForKey(QStringLiteral("title"));
+    QVERIFY(!story.hasKey(QStringLiteral("title")));
+    QVERIFY(story.isDirtyForKey(QStringLiteral("title")));
+}
+
+void ParseValuesTest::failedSaveKeepsChangesMadeMeanwhile()
+{
+    PFObjectState state;
+    state.serverData.insert(QStringLiteral("title"), QStringLiteral("old"));
+    state.operations.insert(QStringLiteral("title"), PFFieldOperation::set(QStringLiteral("sent")));
+    state.operations.insert(QStringLiteral("body"), PFFieldOperation::deletion());
+    (void)state.beginSave();
+    QCOMPARE(state.valueForKey(QStringLiteral("title")), QVariant(QStringLiteral("sent")));
+    state.operations.insert(QStringLiteral("title"), PFFieldOperation::set(QStringLiteral("newer")));
+    state.abandonSave();
+    QCOMPARE(state.valueForKey(QStringLiteral("title")), QVariant(QStringLiteral("newer")));
+    QVERIFY(state.operations.value(QStringLiteral("body")).isDeletion());
+
+    (void)state.beginSave();
+    state.finishSave();
+    QVERIFY(state.operations.isEmpty());
+    QCOMPARE(state.serverData.value(QStringLiteral("title")), QVariant(QStringLiteral("newer")));
+}
+
+void ParseValuesTest::endpointKeepsServerPath_data()
+{
+    QTest::addColumn<QString>("server");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("bare origin") << "http://127.0.0.1:1337" << "http://127.0.0.1:1337/classes/Message";
+    QTest::newRow("origin with slash") << "https://api.example.org/" << "https://api.example.org/classes/Message";
+    QTest::newRow("with path") << "https://example.org/parse" << "https://example.org/parse/classes/Message";
+    QTest::newRow("with path and slash") << "https://example.org/parse/" << "https://example.org/parse/classes/Message";
+}
+
+void ParseValuesTest::endpointKeepsServerPath()
+{
+    QFETCH(QString, server);
+    QFETCH(QString, expected);
+    ParseClientConfiguration configuration;
+    configuration.server = server;
+    QCOMPARE(configuration.endpoint(QStringLiteral("/classes/Message")).toString(), expected);
+}
+
+void ParseValuesTest::queryParameters()
+{
+    PFQuery query(QStringLiteral("Story"));
+    query.whereKey(QStringLiteral("title"), QStringLiteral("a+b & c=d"))
+        .includeKey(QStringLiteral("user"))
+        .includeKey(QStringLiteral("category"))
+        .orderByDescending(QStringLiteral("createdAt"));
+    ParseClientConfiguration configuration;
+    configuration.server = QStringLiteral("http://h");
+    const QUrl url = configuration.endpoint(QStringLiteral("/classes/Story"), query.parameters());
+    const QUrlQuery sent(url.query(QUrl::FullyEncoded));
+    // What a server reads back after decoding the URL.
+    QCOMPARE(QUrl::fromPercentEncoding(sent.queryItemValue(QStringLiteral("where"), QUrl::FullyEncoded).toUtf8()),
+             QStringLiteral(R"({"title":"a+b & c=d"})"));
+    QCOMPARE(sent.queryItemValue(QStringLiteral("include"), QUrl::FullyDecoded), QStringLiteral("user,category"));
+    QCOMPARE(sent.queryItemValue(QStringLiteral("order")), QStringLiteral("-createdAt"));
+    QVERIFY(!sent.hasQueryItem(QStringLiteral("limit")));
+    QVERIFY(!url.query(QUrl::FullyEncoded).contains(u'+'));
+
+    query.setLimit(20).setSkip(40);
+    const QUrlQuery paged(configuration.endpoint({}, query.parameters()).query(QUrl::FullyEncoded));
+    QCOMPARE(paged.queryItemValue(QStringLiteral("limit")), QStringLiteral("20"));
+    QCOMPARE(paged.queryItemValue(QStringLiteral("skip")), QStringLiteral("40"));
+}
+
+void ParseValuesTest::genericInitialiserOfRegisteredSubclassStopsProgram()
+{
+    if (qEnvironmentVariableIsSet("VANTREL_CHILD_GENERIC_INIT")) {
+        (void)PFObject::objectWithClassName(Story::parseClassName());
+        return; // not reached
+    }
+    // A class without a subclass is made by the generic initialiser.
+    QCOMPARE(PFObject::objectWithClassName(QStringLiteral("LiveStream"))->className(), QStringLiteral("LiveStream"));
+
+    QProcess child;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("VANTREL_CHILD_GENERIC_INIT"), QStringLiteral("1"));
+    child.setProcessEnvironment(environment);
+    child.setProcessChannelMode(QProcess::MergedChannels);
+    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("genericInitialiserOfRegisteredSubclassStopsProgram")});
+    QVERIFY(child.waitForFinished(30000));
+    QVERIFY(child.exitStatus() == QProcess::CrashExit || child.exitCode() != 0);
+    QVERIFY2(child.readAll().contains("registered subclass"), "the child stopped for another reason");
+}
+
+void ParseValuesTest::dataStoreFilesAreUserOnly()
+{
+    QTemporaryDir temporary;
+    const QString directory = temporary.filePath(QStringLiteral("data"));
+    PFDataStore store(directory);
+    QVERIFY(store.write(QStringLiteral("a.json"), "one"));
+    QVERIFY(store.write(QStringLiteral("a.json"), "two"));
+    QCOMPARE(store.read(QStringLiteral("a.json")).value_or(QByteArray()), QByteArray("two"));
+    using std::filesystem::perms;
+    QCOMPARE(std::filesystem::status(store.pathOf(QStringLiteral("a.json")).toStdString()).permissions(),
+             perms::owner_read | perms::owner_write);
+    QCOMPARE(std::filesystem::status(directory.toStdString()).permissions(), perms::owner_all);
+    QVERIFY(!store.read(QStringLiteral("absent")));
+    QVERIFY(store.remove(QStringLiteral("a.json")));
+    QVERIFY(!QFileInfo::exists(store.pathOf(QStringLiteral("a.json"))));
+}
+
+QTEST_MAIN(ParseValuesTest)
+#include "tst_parse_values.moc"
