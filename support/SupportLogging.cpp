@@ -1,0 +1,3 @@
+#include "SupportLogging.h"
+
+Q_LOGGING_CATEGORY(lcSupport, "vantrel.support")

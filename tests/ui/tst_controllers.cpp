@@ -1,0 +1,486 @@
+#include "RecordingController.h"
+
+#include "AlertController.h"
+#include "Button.h"
+#include "NavigationController.h"
+#include "NavigationItem.h"
+#include "Storyboard.h"
+#include "Switch.h"
+#include "TextField.h"
+#include "Window.h"
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+
+using Style = ui::ViewController::ModalPresentationStyle;
+
+namespace {
+
+// A source screen that hands a value to every destination it segues to.
+class SourceController : public RecordingController {
+    Q_OBJECT
+public:
+    using RecordingController::RecordingController;
+    QString valueToPass = QStringLiteral("passed");
+    QStringList prepared; // identifier, source, destination name of each prepareForSegue
+    QObject *lastSender = nullptr;
+
+    void prepareForSegue(ui::StoryboardSegue *segue, QObject *sender) override;
+};
+
+// A destination that records what it had been given by the time its view loaded.
+class DestinationController : public RecordingController {
+    Q_OBJECT
+public:
+    using RecordingController::RecordingController;
+    QString value;
+    QString valueAtLoad;
+
+protected:
+    void viewDidLoad() override
+    {
+        valueAtLoad = value;
+        RecordingController::viewDidLoad();
+    }
+};
+
+void SourceController::prepareForSegue(ui::StoryboardSegue *segue, QObject *sender)
+{
+    prepared = {segue->identifier(), segue->sourceViewController()->objectName(),
+                segue->destinationViewController()->objectName()};
+    lastSender = sender;
+    if (auto *destination = qobject_cast<DestinationController *>(segue->destinationViewController()))
+        destination->value = valueToPass;
+}
+
+class RevealLikeContainer : public ui::ViewController {
+    Q_OBJECT
+public:
+    using ui::ViewController::ViewController;
+    [[nodiscard]] bool isRevealContainer() const override { return true; }
+};
+
+} // namespace
+
+class TestControllers : public QObject {
+    Q_OBJECT
+
+private:
+    QStringList m_log;
+    std::unique_ptr<ui::Window> m_window;
+
+    // A visible window (drawing nothing) whose root is returned.
+    RecordingController *showRoot()
+    {
+        m_window = std::make_unique<ui::Window>();
+        m_window->setDrawsInterface(false);
+        auto *root = new RecordingController(QStringLiteral("root"), &m_log);
+        m_window->setRootViewController(root);
+        m_window->makeKeyAndVisible();
+        m_log.clear();
+        return root;
+    }
+
+    static void settle()
+    {
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    }
+
+    static void registerTestStoryboard()
+    {
+        ui::StoryboardDefinition definition;
+        definition.initialIdentifier = QStringLiteral("nav");
+        definition.scenes.insert(QStringLiteral("nav"),
+                                 {[] { return new ui::NavigationController; }, {}, {}, QStringLiteral("source")});
+        definition.scenes.insert(
+            QStringLiteral("source"),
+            {[] { return new SourceController(QStringLiteral("source"), nullptr); },
+             QUrl(QStringLiteral("qrc:/test/Source.qml")),
+             {{QStringLiteral("details"), {ui::StoryboardSegue::Kind::Push, QStringLiteral("destination")}},
+              {QStringLiteral("change"), {ui::StoryboardSegue::Kind::Modal, QStringLiteral("destination")}},
+              {QStringLiteral("broken"), {ui::StoryboardSegue::Kind::Push, QStringLiteral("missing")}}}});
+        definition.scenes.insert(
+            QStringLiteral("container"),
+            {[] { return new SourceController(QStringLiteral("container"), nullptr); },
+             {},
+             {{QStringLiteral("contactDetails"), {ui::StoryboardSegue::Kind::Embed, QStringLiteral("destination")}}}});
+        definition.scenes.insert(QStringLiteral("destination"),
+                                 {[] { return new DestinationController(QStringLiteral("destination"), nullptr); }});
+        ui::Storyboard::registerStoryboard(QStringLiteral("Test"), definition);
+    }
+
+private Q_SLOTS:
+    void initTestCase() { registerTestStoryboard(); }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_log.clear();
+        settle();
+        QVERIFY(!ui::AlertController::alertOnScreen());
+    }
+
+    void lifecycleOrderOfPresentation_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<QStringList>("presenting");
+        QTest::addColumn<QStringList>("dismissing");
+
+        QTest::newRow("full screen covers the presenter")
+            << int(Style::FullScreen)
+            << QStringList{"root.viewWillDisappear", "modal.viewDidLoad", "modal.viewWillAppear",
+                           "root.viewDidDisappear", "modal.viewDidAppear", "completion"}
+            << QStringList{"modal.viewWillDisappear", "root.viewWillAppear", "modal.viewDidDisappear",
+                           "root.viewDidAppear", "completion"};
+        QTest::newRow("over full screen leaves the presenter on screen")
+            << int(Style::OverFullScreen)
+            << QStringList{"modal.viewDidLoad", "modal.viewWillAppear", "modal.viewDidAppear", "completion"}
+            << QStringList{"modal.viewWillDisappear", "modal.viewDidDisappear", "completion"};
+    }
+
+    void lifecycleOrderOfPresentation()
+    {
+        QFETCH(int, style);
+        QFETCH(QStringList, presenting);
+        QFETCH(QStringList, dismissing);
+
+        RecordingController *root = showRoot();
+        QPointer<RecordingController> modal = new RecordingController(QStringLiteral("modal"), &m_log);
+        modal->setModalPresentationStyle(Style(style));
+
+        root->presentViewController(modal, true, [this] { m_log.append(QStringLiteral("completion")); });
+        QCOMPARE(root->presentedViewController(), modal.data());
+        QCOMPARE(modal->presentingViewController(), root);
+        settle();
+        QCOMPARE(m_log, presenting);
+        QCOMPARE(m_window->presentationStack(), (QList<ui::ViewController *>{root, modal}));
+
+        m_log.clear();
+        modal->dismissViewControllerAnimated(true, [this] { m_log.append(QStringLiteral("completion")); });
+        QVERIFY(!root->presentedViewController());
+        settle();
+        QCOMPARE(m_log, dismissing);
+        QCOMPARE(m_window->presentationStack(), QList<ui::ViewController *>{root});
+        QTRY_VERIFY(!modal); // the presenter owned it
+    }
+
+    void dismissingFromBelowRemovesTheWholeChain()
+    {
+        RecordingController *root = showRoot();
+        auto *first = new RecordingController(QStringLiteral("first"), &m_log);
+        auto *second = new RecordingController(QStringLiteral("second"), &m_log);
+        first->setModalPresentationStyle(Style::FullScreen);
+        root->presentViewController(first, false);
+        settle();
+        first->presentViewController(second, false);
+        settle();
+        QCOMPARE(m_window->presentationStack().size(), 3);
+
+        m_log.clear();
+        root->dismissViewControllerAnimated(false);
+        settle();
+        QCOMPARE(m_window->presentationStack(), QList<ui::ViewController *>{root});
+        QVERIFY(m_log.contains("second.viewDidDisappear"));
+        QVERIFY(m_log.contains("first.viewDidDisappear"));
+        QCOMPARE(m_log.last(), QStringLiteral("root.viewDidAppear"));
+    }
+
+    void presentingWhilePresentingIsRefused()
+    {
+        RecordingController *root = showRoot();
+        auto *first = new RecordingController(QStringLiteral("first"), &m_log);
+        root->presentViewController(first, false);
+        bool completed = false;
+        QPointer<RecordingController> second = new RecordingController(QStringLiteral("second"), &m_log);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Attempt to present .* which is already presenting"));
+        root->presentViewController(second, false, [&completed] { completed = true; });
+        settle();
+        QVERIFY(!completed);
+        QCOMPARE(root->presentedViewController(), first);
+        QVERIFY(!second->presentingViewController());
+        delete second;
+    }
+
+    void alertOnScreenRefusesAnyOtherPresentation()
+    {
+        RecordingController *root = showRoot();
+        auto *screen = new RecordingController(QStringLiteral("screen"), &m_log);
+        screen->setModalPresentationStyle(Style::FullScreen);
+        root->presentViewController(screen, false);
+        settle();
+
+        auto *first = ui::AlertController::alertControllerWithTitle("Error", "first", ui::AlertController::Style::Alert);
+        first->addAction(ui::AlertAction::actionWithTitle("Ok", ui::AlertAction::Style::Default));
+        bool firstShown = false;
+        screen->presentViewController(first, true, [&firstShown] { firstShown = true; });
+        settle();
+        QVERIFY(firstShown);
+        QCOMPARE(ui::AlertController::alertOnScreen(), first);
+
+        // A second alert, whether from the same screen or from the one underneath, is refused.
+        for (ui::ViewController *presenter : {static_cast<ui::ViewController *>(screen),
+                                              static_cast<ui::ViewController *>(root)}) {
+            std::unique_ptr<ui::AlertController> second(ui::AlertController::alertControllerWithTitle(
+                "Error", "second", ui::AlertController::Style::Alert));
+            bool secondShown = false;
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("Attempt to present .* which is already presenting"));
+            presenter->presentViewController(second.get(), true, [&secondShown] { secondShown = true; });
+            settle();
+            QVERIFY(!secondShown);
+            QCOMPARE(ui::AlertController::alertOnScreen(), first);
+            QVERIFY(!second->presentingViewController());
+        }
+    }
+
+    void choosingAnActionDismissesThenRunsTheHandler()
+    {
+        RecordingController *root = showRoot();
+        auto *alert = ui::AlertController::alertControllerWithTitle("Confirm", "Sure?", ui::AlertController::Style::Alert);
+        QStringList ran;
+        bool alertGoneWhenHandled = false;
+        alert->addAction(ui::AlertAction::actionWithTitle("OK", ui::AlertAction::Style::Default,
+                                                          [&ran](ui::AlertAction *a) { ran << a->title(); }));
+        alert->addAction(ui::AlertAction::actionWithTitle(
+            "Cancel", ui::AlertAction::Style::Cancel, [&](ui::AlertAction *a) {
+                ran << a->title();
+                alertGoneWhenHandled = !root->presentedViewController() && !ui::AlertController::alertOnScreen();
+            }));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("only have one action with the cancel style"));
+        alert->addAction(ui::AlertAction::actionWithTitle("Cancel again", ui::AlertAction::Style::Cancel));
+        QCOMPARE(alert->actions().size(), 2);
+        // Two buttons: the cancel one is drawn first.
+        QCOMPARE(alert->orderedActions().first()->title(), QStringLiteral("Cancel"));
+
+        root->presentViewController(alert, true);
+        settle();
+        QVERIFY(alert->cancel()); // what Escape does
+        QVERIFY(ran.isEmpty());   // not before the alert has gone
+        settle();
+        QCOMPARE(ran, QStringList{"Cancel"});
+        QVERIFY(alertGoneWhenHandled);
+
+        // The way is free for the next alert.
+        auto *next = ui::AlertController::alertControllerWithTitle("Info", "next", ui::AlertController::Style::Alert);
+        root->presentViewController(next, false);
+        QCOMPARE(ui::AlertController::alertOnScreen(), next);
+        QVERIFY(!next->cancel()); // no cancel action: Escape does nothing
+        next->dismissViewControllerAnimated(false);
+    }
+
+    void storyboardInstantiatesByIdentifier_data()
+    {
+        QTest::addColumn<QString>("storyboard");
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QString>("className"); // empty: nothing made
+        QTest::addColumn<QString>("error");
+
+        QTest::newRow("scene") << "Test" << "source" << "SourceController" << QString();
+        QTest::newRow("navigation scene with its root")
+            << "Test" << "nav" << "ui::NavigationController" << QString();
+        QTest::newRow("initial") << "Test" << QString() << "ui::NavigationController" << QString();
+        QTest::newRow("unknown identifier")
+            << "Test" << "nowhere" << QString()
+            << "Storyboard 'Test' doesn't contain a view controller with identifier 'nowhere'";
+        QTest::newRow("unknown storyboard") << "Elsewhere" << "source" << QString()
+                                            << "Could not find a storyboard named 'Elsewhere'";
+    }
+
+    void storyboardInstantiatesByIdentifier()
+    {
+        QFETCH(QString, storyboard);
+        QFETCH(QString, identifier);
+        QFETCH(QString, className);
+        QFETCH(QString, error);
+
+        if (!error.isEmpty())
+            QTest::ignoreMessage(QtCriticalMsg, qPrintable(error));
+        ui::Storyboard *board = ui::Storyboard::storyboardWithName(storyboard);
+        std::unique_ptr<ui::ViewController> controller;
+        if (board) {
+            controller.reset(identifier.isEmpty() ? board->instantiateInitialViewController()
+                                                  : board->instantiateViewControllerWithIdentifier(identifier));
+        }
+        if (className.isEmpty()) {
+            QVERIFY(!controller);
+            return;
+        }
+        QVERIFY(controller);
+        QCOMPARE(QString::fromLatin1(controller->metaObject()->className()), className);
+        QCOMPARE(controller->storyboard(), board);
+        if (auto *navigation = qobject_cast<ui::NavigationController *>(controller.get())) {
+            QCOMPARE(navigation->viewControllers().size(), 1);
+            QCOMPARE(navigation->topViewController()->storyboardIdentifier(), QStringLiteral("source"));
+            QCOMPARE(navigation->topViewController()->navigationController(), navigation);
+        } else {
+            QCOMPARE(controller->viewUrl(), QUrl("qrc:/test/Source.qml"));
+        }
+    }
+
+    void seguesHandOverWhatPrepareSets_data()
+    {
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QString>("expectedPlace");
+
+        QTest::newRow("push") << "details" << "pushed";
+        QTest::newRow("modal") << "change" << "presented";
+        QTest::newRow("embed") << "contactDetails" << "embedded";
+    }
+
+    void seguesHandOverWhatPrepareSets()
+    {
+        QFETCH(QString, identifier);
+        QFETCH(QString, expectedPlace);
+
+        showRoot();
+        ui::Storyboard *board = ui::Storyboard::storyboardWithName(QStringLiteral("Test"));
+        SourceController *source = nullptr;
+        QObject sender;
+        if (expectedPlace == QLatin1String("embedded")) {
+            // Embed segues run while the container's view loads, before it appears.
+            source = static_cast<SourceController *>(board->instantiateViewControllerWithIdentifier("container"));
+            source->valueToPass = QStringLiteral("embedded value");
+            m_window->setRootViewController(source);
+        } else {
+            auto *navigation = static_cast<ui::NavigationController *>(board->instantiateInitialViewController());
+            m_window->setRootViewController(navigation);
+            source = static_cast<SourceController *>(navigation->topViewController());
+            source->valueToPass = identifier + QStringLiteral(" value");
+            source->performSegueWithIdentifier(identifier, &sender);
+            QCOMPARE(source->lastSender, &sender);
+        }
+        settle();
+
+        QCOMPARE(source->prepared, (QStringList{identifier, source->objectName(), "destination"}));
+        DestinationController *destination = nullptr;
+        if (expectedPlace == QLatin1String("pushed")) {
+            destination = qobject_cast<DestinationController *>(source->navigationController()->topViewController());
+            QVERIFY(destination);
+            QCOMPARE(destination->navigationController(), source->navigationController());
+        } else if (expectedPlace == QLatin1String("presented")) {
+            destination = qobject_cast<DestinationController *>(source->presentedViewController());
+            QVERIFY(destination);
+            QCOMPARE(destination->modalPresentationStyle(), Style::FullScreen);
+        } else {
+            destination = qobject_cast<DestinationController *>(source->childViewControllerForSlot(identifier));
+            QVERIFY(destination);
+            QCOMPARE(destination->parentViewController(), source);
+        }
+        QCOMPARE(destination->valueAtLoad, source->valueToPass);
+        QCOMPARE(destination->appearanceState(), ui::ViewController::AppearanceState::Appeared);
+    }
+
+    void unknownSegueIsLoggedAndIgnored()
+    {
+        showRoot();
+        auto *navigation = static_cast<ui::NavigationController *>(
+            ui::Storyboard::storyboardWithName("Test")->instantiateInitialViewController());
+        m_window->setRootViewController(navigation);
+        ui::ViewController *source = navigation->topViewController();
+
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression("has no segue with identifier 'nowhere'"));
+        source->performSegueWithIdentifier("nowhere");
+        QTest::ignoreMessage(QtCriticalMsg,
+                             QRegularExpression("doesn't contain a view controller with identifier 'missing'"));
+        source->performSegueWithIdentifier("broken");
+        settle();
+        QCOMPARE(navigation->viewControllers().size(), 1);
+        QVERIFY(!source->presentedViewController());
+
+        RecordingController loose(QStringLiteral("loose"), nullptr);
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression("has no segue with identifier 'details'"));
+        loose.performSegueWithIdentifier("details");
+    }
+
+    void navigationPushAndPop()
+    {
+        showRoot();
+        auto *first = new RecordingController(QStringLiteral("first"), &m_log);
+        auto *navigation = new ui::NavigationController(first);
+        m_window->setRootViewController(navigation);
+        settle();
+        QVERIFY(!navigation->isBackButtonVisible());
+
+        m_log.clear();
+        QPointer<RecordingController> second = new RecordingController(QStringLiteral("second"), &m_log);
+        navigation->pushViewController(second, true);
+        settle();
+        QCOMPARE(m_log, (QStringList{"first.viewWillDisappear", "second.viewDidLoad", "second.viewWillAppear",
+                                     "first.viewDidDisappear", "second.viewDidAppear"}));
+        QCOMPARE(navigation->topViewController(), second.data());
+        QVERIFY(navigation->isBackButtonVisible());
+        QSignalSpy backButton(navigation, &ui::NavigationController::backButtonVisibleChanged);
+        second->navigationItem()->setHidesBackButton(true, true);
+        QVERIFY(!navigation->isBackButtonVisible());
+        QCOMPARE(backButton.size(), 1);
+
+        auto *third = new RecordingController(QStringLiteral("third"), &m_log);
+        navigation->pushViewController(third, false);
+        settle();
+        m_log.clear();
+        QCOMPARE(navigation->popViewControllerAnimated(true), third);
+        settle();
+        QCOMPARE(m_log, (QStringList{"third.viewWillDisappear", "second.viewWillAppear", "third.viewDidDisappear",
+                                     "second.viewDidAppear"}));
+
+        const QList<ui::ViewController *> popped = navigation->popToRootViewControllerAnimated(true);
+        QCOMPARE(popped, QList<ui::ViewController *>{second.data()});
+        QVERIFY(!navigation->popViewControllerAnimated(true)); // the root stays
+        QTRY_VERIFY(!second);                                  // nobody else held it
+        QCOMPARE(navigation->viewControllers(), QList<ui::ViewController *>{first});
+    }
+
+    void revealContainerIsFoundThroughParents()
+    {
+        RevealLikeContainer reveal;
+        auto *navigation = new ui::NavigationController;
+        auto *screen = new RecordingController(QStringLiteral("screen"), nullptr);
+        reveal.addChildViewController(navigation, QStringLiteral("front"));
+        navigation->pushViewController(screen, false);
+
+        QCOMPARE(screen->revealViewController(), &reveal);
+        QCOMPARE(navigation->revealViewController(), &reveal);
+        QVERIFY(!reveal.revealViewController());
+        screen->removeFromParentViewController();
+        QVERIFY(!screen->revealViewController());
+        delete screen;
+    }
+
+    void outletsReportOnlyUserActions()
+    {
+        ui::Switch rememberMe(QStringLiteral("rememberMeSwitch"));
+        QSignalSpy switched(&rememberMe, &ui::Switch::valueChanged);
+        rememberMe.setOn(true, true);
+        rememberMe.userToggled(false);
+        rememberMe.setEnabled(false);
+        rememberMe.userToggled(true);
+        QCOMPARE(switched.size(), 1);
+        QCOMPARE(switched.first().first().toBool(), false);
+
+        ui::Button login(QStringLiteral("loginButton"));
+        QSignalSpy clicked(&login, &ui::Button::clicked);
+        login.click();
+        login.setHidden(true);
+        login.click();
+        QCOMPARE(clicked.size(), 1);
+
+        ui::TextField userName(QStringLiteral("userNameTextField"));
+        ui::TextField password(QStringLiteral("passwordTextField"));
+        QSignalSpy ended(&userName, &ui::TextField::editingDidEnd);
+        QSignalSpy edited(&password, &ui::TextField::editingChanged);
+        QVERIFY(userName.becomeFirstResponder());
+        QVERIFY(password.becomeFirstResponder()); // takes focus from the other field
+        QVERIFY(!userName.isFirstResponder());
+        QCOMPARE(ended.size(), 1);
+        password.setText(QStringLiteral("set by code"));
+        password.userEditedText(QStringLiteral("typed"));
+        QCOMPARE(edited.size(), 1);
+        QVERIFY(password.resignFirstResponder());
+        QVERIFY(!password.isFirstResponder());
+    }
+};
+
+QTEST_MAIN(TestControllers)
+#include "tst_controllers.moc"

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QColor>
+#include <QList>
+#include <QObject>
+#include <QPointF>
+#include <QPointer>
+#include <QtQml/qqmlregistration.h>
+
+namespace ui {
+
+// A screen's root view as C++ sees it: the size its QML view reports, and the views added
+// on top of it at run time (a busy indicator, for one), drawn by the framework over the
+// screen's own QML.
+class View : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(UiView)
+    QML_UNCREATABLE("A view controller loads its own view")
+    Q_PROPERTY(qreal width READ width WRITE setWidth NOTIFY boundsChanged)
+    Q_PROPERTY(qreal height READ height WRITE setHeight NOTIFY boundsChanged)
+    Q_PROPERTY(QList<QObject *> subviews READ subviews NOTIFY subviewsChanged)
+    Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor NOTIFY backgroundColorChanged)
+
+public:
+    explicit View(QObject *parent = nullptr);
+
+    [[nodiscard]] qreal width() const { return m_width; }
+    void setWidth(qreal width);
+    [[nodiscard]] qreal height() const { return m_height; }
+    void setHeight(qreal height);
+    void setSize(qreal width, qreal height);
+    // The middle of the view in its own coordinates.
+    [[nodiscard]] QPointF center() const { return {m_width / 2, m_height / 2}; }
+
+    [[nodiscard]] QList<QObject *> subviews() const;
+    // Adds a subview on top; adding one that is already there brings it to the front.
+    // The view does not take ownership.
+    void addSubview(QObject *subview);
+    void removeSubview(QObject *subview);
+
+    [[nodiscard]] QColor backgroundColor() const { return m_backgroundColor; }
+    void setBackgroundColor(const QColor &color);
+
+Q_SIGNALS:
+    void boundsChanged();
+    void subviewsChanged();
+    void backgroundColorChanged();
+
+private:
+    qreal m_width = 0;
+    qreal m_height = 0;
+    QList<QPointer<QObject>> m_subviews;
+    QColor m_backgroundColor = Qt::white;
+};
+
+} // namespace ui

@@ -1,0 +1,106 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Vantrel.Ui
+
+// An alert over a dimmed screen. Escape chooses the cancel action.
+FocusScope {
+    id: alertView
+
+    required property AlertController controller
+
+    focus: true
+    Keys.onEscapePressed: (event) => { event.accepted = alertView.controller.cancel(); }
+
+    Rectangle {
+        anchors.fill: parent
+        color: "#66000000"
+        MouseArea { anchors.fill: parent } // the screen below takes no taps
+    }
+
+    Rectangle {
+        id: box
+        objectName: "alertBox"
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 60, 300)
+        height: column.implicitHeight
+        radius: 14
+        color: "#f2f2f2"
+
+        ColumnLayout {
+            id: column
+            width: parent.width
+            spacing: 0
+
+            Label {
+                objectName: "alertTitle"
+                Layout.fillWidth: true
+                Layout.topMargin: 18
+                Layout.leftMargin: 16
+                Layout.rightMargin: 16
+                visible: text.length > 0
+                text: alertView.controller.title
+                font.bold: true
+                font.pixelSize: 17
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.name: text
+            }
+            Label {
+                objectName: "alertMessage"
+                Layout.fillWidth: true
+                Layout.topMargin: 4
+                Layout.leftMargin: 16
+                Layout.rightMargin: 16
+                visible: text.length > 0
+                text: alertView.controller.message
+                font.pixelSize: 13
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.name: text
+            }
+            Repeater {
+                model: alertView.controller.textFields
+                delegate: OutletTextField {
+                    required property TextFieldOutlet modelData
+                    outlet: modelData
+                    Layout.fillWidth: true
+                    Layout.leftMargin: 16
+                    Layout.rightMargin: 16
+                    Layout.topMargin: 8
+                }
+            }
+            Item { Layout.preferredHeight: 16 }
+
+            GridLayout {
+                Layout.fillWidth: true
+                columns: alertView.controller.orderedActions.length === 2 ? 2 : 1
+                columnSpacing: 0
+                rowSpacing: 0
+
+                Repeater {
+                    model: alertView.controller.orderedActions
+
+                    delegate: Button {
+                        id: actionButton
+                        required property AlertAction modelData
+                        required property int index
+                        objectName: "alertAction_" + modelData.title
+                        Layout.fillWidth: true
+                        Layout.preferredHeight: 44
+                        flat: true
+                        focus: index === 0
+                        enabled: modelData.enabled
+                        text: modelData.title
+                        font.bold: modelData.style === AlertAction.Cancel
+                        palette.buttonText: modelData.style === AlertAction.Destructive ? "#ff3b30" : Theme.tintColor
+                        Accessible.name: modelData.title
+                        onClicked: alertView.controller.choose(modelData)
+                        Keys.onReturnPressed: alertView.controller.choose(modelData)
+                        Keys.onEnterPressed: alertView.controller.choose(modelData)
+                    }
+                }
+            }
+        }
+    }
+}
