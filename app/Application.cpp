@@ -1,0 +1,131 @@
+#include "Application.h"
+
+#include "AppDelegate.h"
+#include "AppLogging.h"
+#include "AppStoryboards.h"
+#include "NotificationCenter.h"
+#include "PushTokenSource.h"
+#include "SceneDelegate.h"
+#include "SecureStore.h"
+#include "Storyboard.h"
+#include "UserDefaults.h"
+#include "Window.h"
+#include "ui/ViewController.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <cstdio>
+#include <ctime>
+
+namespace {
+const auto kSessionService = QStringLiteral("Vantrel Pro session");
+}
+
+Application::Application(AppConfiguration configuration, QObject *parent)
+    : QObject(parent), m_configuration(std::move(configuration))
+{
+    const QDir data(m_configuration.dataDirectory);
+    m_userDefaults = std::make_unique<UserDefaults>(data.filePath(QStringLiteral("user-defaults.ini")));
+    UserDefaults::setStandardUserDefaults(m_userDefaults.get());
+    m_secureStore = std::make_unique<SecureStore>(kSessionService);
+    m_notificationCenter = std::make_unique<NotificationCenter>();
+    m_pushTokenSource = std::make_unique<PushTokenSource>(data.filePath(QStringLiteral("push-token")));
+
+    AppDelegate::Services services;
+    services.configuration = &m_configuration;
+    services.userDefaults = m_userDefaults.get();
+    services.notificationCenter = m_notificationCenter.get();
+    services.pushTokenSource = m_pushTokenSource.get();
+    services.secureStorage = m_secureStore.get();
+    services.applicationVersion = QCoreApplication::applicationVersion();
+    m_delegate = std::make_unique<AppDelegate>(services);
+    m_sceneDelegate = std::make_unique<SceneDelegate>();
+}
+
+Application::~Application()
+{
+    if (UserDefaults::standardUserDefaults() == m_userDefaults.get())
+        UserDefaults::setStandardUserDefaults(nullptr);
+}
+
+void Application::launch()
+{
+    AppStoryboards::registerAll();
+    m_delegate->applicationDidFinishLaunching({});
+    if (!m_delegate->window())
+        showMainStoryboard();
+    m_sceneDelegate->setWindow(window());
+}
+
+void Application::showMainStoryboard()
+{
+    ui::Storyboard *main = ui::Storyboard::storyboardWithName(AppStoryboards::kMain);
+    ui::ViewController *first = main ? main->instantiateInitialViewController() : nullptr;
+    if (!first) {
+        qCCritical(lcApp) << "the main storyboard has no first screen";
+        return;
+    }
+    m_mainWindow = std::make_unique<ui::Window>();
+    m_mainWindow->setRootViewController(first);
+    m_mainWindow->makeKeyAndVisible();
+}
+
+ui::Window *Application::window() const
+{
+    return m_delegate->window() ? m_delegate->window() : m_mainWindow.get();
+}
+
+void Application::reportFirstFrameAndQuit()
+{
+    ui::Window *shown = window();
+    QQuickWindow *quick = shown ? shown->quickWindow() : nullptr;
+    if (!quick) {
+        std::fprintf(stderr, "no window to report on\n");
+        QCoreApplication::exit(1);
+        return;
+    }
+    connect(
+        quick, &QQuickWindow::frameSwapped, this,
+        [] {
+            timespec ts{};
+            clock_gettime(CLOCK_MONOTONIC, &ts);
+            std::printf("first-frame-monotonic-ns %lld\n", ts.tv_sec * 1000000000LL + ts.tv_nsec);
+            std::fflush(stdout);
+            QCoreApplication::quit();
+        },
+        Qt::SingleShotConnection);
+}
+
+int Application::main(int argc, char **argv)
+{
+    QGuiApplication::setApplicationName(QStringLiteral("Vantrel PRO"));
+    QGuiApplication::setOrganizationName(QStringLiteral("Vantrel"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(VANTREL_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("vantrel-pro"));
+    QGuiApplication app(argc, argv);
+
+    QStringList arguments = app.arguments();
+    const bool reportFirstFrame = arguments.removeAll(QStringLiteral("--report-first-frame")) > 0;
+    AppConfiguration configuration;
+    const AppConfiguration::Outcome outcome = configuration.load(arguments);
+    if (outcome.helpRequested) {
+        std::fputs(qPrintable(outcome.message), stdout);
+        std::fputs("  --report-first-frame        Print when the first frame is drawn, then quit.\n", stdout);
+        return 0;
+    }
+    if (!outcome.ok) {
+        std::fprintf(stderr, "Vantrel PRO cannot start:\n%s\n", qPrintable(outcome.message));
+        return 2;
+    }
+
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
+        QQuickStyle::setStyle(QStringLiteral("Basic"));
+
+    Application application(std::move(configuration));
+    application.launch();
+    if (reportFirstFrame)
+        application.reportFirstFrameAndQuit();
+    return app.exec();
+}

@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# Runs Vantrel PRO on this machine: installs what is missing, builds, starts the local backend
+# with its demo data, prints the demo sign-in and launches the app.
+# Without a display the app runs on a virtual X display; a VNC server on loopback only lets you
+# look at it (through an SSH tunnel from elsewhere).
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${VANTREL_BUILD_DIR:-$root/build}
+run_dir="$root/build/run"
+vnc_port=${VANTREL_VNC_PORT:-5901}
+
+"$root/scripts/install-deps.sh"
+"$root/scripts/build.sh"
+"$root/server/backend" start
+state="$root/server/data/state.env"
+server_url=$(grep '^VANTREL_SERVER_URL=' "$state" | cut -d= -f2-)
+site_url=$(grep '^VANTREL_SITE_URL=' "$state" | cut -d= -f2-)
+
+mkdir -p "$run_dir"
+app=("$build/vantrel-pro" --server "$server_url" --site "$site_url"
+     --data-dir "${VANTREL_APP_DATA:-${XDG_DATA_HOME:-$HOME/.local/share}/vantrel-pro}" "$@")
+
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  if [ -n "${DBUS_SESSION_BUS_ADDRESS:-}" ]; then
+    exec "${app[@]}"
+  fi
+  exec dbus-run-session -- bash -c 'source "$0"; exec "$@"' "$root/scripts/session-env.sh" "${app[@]}"
+fi
+
+# Headless: a virtual display that takes no TCP connections, and a loopback-only VNC view of it.
+display_number=99
+while [ -e "/tmp/.X11-unix/X$display_number" ] || [ -e "/tmp/.X$display_number-lock" ]; do
+  display_number=$((display_number + 1))
+done
+export DISPLAY=":$display_number"
+Xvfb "$DISPLAY" -screen 0 1280x1024x24 -nolisten tcp >"$run_dir/xvfb.log" 2>&1 &
+xvfb_pid=$!
+x11vnc_pid=""
+cleanup() {
+  [ -n "$x11vnc_pid" ] && kill "$x11vnc_pid" 2>/dev/null || true
+  kill "$xvfb_pid" 2>/dev/null || true
+}
+trap cleanup EXIT
+for _ in $(seq 50); do [ -e "/tmp/.X11-unix/X$display_number" ] && break; sleep 0.1; done
+
+if command -v x11vnc >/dev/null 2>&1; then
+  x11vnc -display "$DISPLAY" -localhost -rfbport "$vnc_port" -forever -shared -nopw -quiet \
+    >"$run_dir/x11vnc.log" 2>&1 &
+  x11vnc_pid=$!
+  cat <<MSG
+
+No display here, so Vantrel PRO runs on the virtual display $DISPLAY.
+To look at it, a VNC server listens on 127.0.0.1:$vnc_port (loopback only, nothing beyond this machine):
+  from another machine:  ssh -L $vnc_port:127.0.0.1:$vnc_port <this machine>, then open a VNC viewer on localhost:$vnc_port
+A screenshot of the first screen is written to $run_dir/screenshot.png after a few seconds.
+Stop the app with Ctrl+C; the backend keeps running until: server/backend stop
+
+MSG
+fi
+( sleep 6; xwd -root -display "$DISPLAY" 2>/dev/null | convert xwd:- "$run_dir/screenshot.png" 2>/dev/null ) &
+QT_QPA_PLATFORM=xcb dbus-run-session -- bash -c 'source "$0"; exec "$@"' "$root/scripts/session-env.sh" "${app[@]}"
