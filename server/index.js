@@ -72,6 +72,7 @@ async function main() {
       paths: ['classes/.*', 'users$', 'users/.*', 'installations.*', 'functions/.*'],
       ttl: 300,
     },
+    rateLimit: notices.rateLimits(settings),
     liveQuery: { classNames: ['Message'] },
     verifyServerUrl: false,
     cloud: (Parse) => {
@@ -84,6 +85,7 @@ async function main() {
   const app = express();
   app.disable('x-powered-by');
   app.use('/site', express.static(settings.siteDir, { index: false, dotfiles: 'ignore' }));
+  app.use('/site', (req, res) => res.status(404).type('text/plain').send('Not found\n'));
   app.use('/', parseServer.app);
 
   const server = http.createServer(app);
@@ -94,7 +96,9 @@ async function main() {
   await ParseServer.createLiveQueryServer(server, {
     appId: settings.appId,
     serverURL: settings.serverURL,
-    keyPairs: { applicationId: settings.appId, clientKey: settings.clientKey },
+    // LiveQuery accepts a connection when any one listed key matches, so listing the
+    // application id (which every connect frame carries) would let any key through.
+    keyPairs: { clientKey: settings.clientKey },
   });
   log(`listening on ${settings.origin} (pid ${process.pid})`);
 

@@ -55,7 +55,7 @@ function load(env = process.env) {
     host: '127.0.0.1',
     port: httpPort,
     origin,
-    serverURL: `${origin}/`,
+    serverURL: origin,
     siteURL: `${origin}/site/`,
     liveQueryURL: `ws://127.0.0.1:${httpPort}/`,
     masterKeyFile: path.join(dataDir, 'master.key'),
