@@ -28,7 +28,7 @@ public:
     void setWidth(qreal width);
     [[nodiscard]] qreal height() const { return m_height; }
     void setHeight(qreal height);
-    void setSize(qreal width, qreal height);
+    Q_INVOKABLE void setSize(qreal width, qreal height);
     // The middle of the view in its own coordinates.
     [[nodiscard]] QPointF center() const { return {m_width / 2, m_height / 2}; }
 

@@ -8,8 +8,8 @@ Item {
     id: navigation
 
     required property NavigationController controller
-    readonly property ViewController top: controller.topViewController
-    readonly property NavigationItem item: top ? top.navigationItem : null
+    readonly property ViewController topController: controller.topViewController
+    readonly property NavigationItem topItem: topController ? topController.navigationItem : null
 
     Rectangle {
         id: bar
@@ -36,12 +36,12 @@ Item {
                 onClicked: navigation.controller.goBack()
             }
             OutletBarButton {
-                outlet: navigation.item ? navigation.item.leftBarButtonItem : null
+                outlet: navigation.topItem ? navigation.topItem.leftBarButtonItem : null
                 visible: outlet !== null && !outlet.hidden
             }
             Item { Layout.fillWidth: true }
             OutletBarButton {
-                outlet: navigation.item ? navigation.item.rightBarButtonItem : null
+                outlet: navigation.topItem ? navigation.topItem.rightBarButtonItem : null
                 visible: outlet !== null && !outlet.hidden
             }
         }
@@ -52,7 +52,7 @@ Item {
             width: parent.width - 160
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
-            text: navigation.item ? navigation.item.title : ""
+            text: navigation.topItem ? navigation.topItem.title : ""
             color: Theme.titleColor
             font.bold: true
             font.pixelSize: 17
@@ -82,7 +82,7 @@ Item {
                 required property ViewController modelData
                 controller: modelData
                 anchors.fill: parent
-                visible: modelData === navigation.top
+                visible: modelData === navigation.topController
                 focus: visible
             }
         }

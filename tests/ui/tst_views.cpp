@@ -1,0 +1,195 @@
+#include "AlertController.h"
+#include "Button.h"
+#include "FirstResponder.h"
+#include "Switch.h"
+#include "TextField.h"
+#include "Toolbar.h"
+#include "ViewController.h"
+#include "Window.h"
+
+#include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+namespace {
+
+// A login-like screen: two fields with the keyboard "Done" toolbar, a button and a switch.
+class LoginTestController : public ui::ViewController {
+    Q_OBJECT
+    Q_PROPERTY(ui::TextField *userNameTextField READ userNameTextField CONSTANT)
+    Q_PROPERTY(ui::TextField *passwordTextField READ passwordTextField CONSTANT)
+    Q_PROPERTY(ui::Button *loginButton READ loginButton CONSTANT)
+    Q_PROPERTY(ui::Switch *rememberMeSwitch READ rememberMeSwitch CONSTANT)
+
+public:
+    LoginTestController()
+    {
+        setViewUrl(QUrl(QStringLiteral("qrc:/test/LoginTestView.qml")));
+        m_password->setSecureTextEntry(true);
+        m_password->setTag(99);
+        m_loginButton->setTitle(QStringLiteral("Login"));
+        for (ui::TextField *field : {m_userName, m_password})
+            field->setInputAccessoryView(ui::Toolbar::doneToolbar(this, [this] { doneButtonAction(); }));
+        connect(m_loginButton, &ui::Button::clicked, this, &LoginTestController::loginButton_Click);
+        connect(m_password, &ui::TextField::returnPressed, this, [this] { ++returns; });
+        connect(m_rememberMe, &ui::Switch::valueChanged, this, [this](bool on) { switchChanges << on; });
+    }
+
+    [[nodiscard]] ui::TextField *userNameTextField() const { return m_userName; }
+    [[nodiscard]] ui::TextField *passwordTextField() const { return m_password; }
+    [[nodiscard]] ui::Button *loginButton() const { return m_loginButton; }
+    [[nodiscard]] ui::Switch *rememberMeSwitch() const { return m_rememberMe; }
+
+    int logins = 0;
+    int returns = 0;
+    int cancels = 0;
+    QString passwordAtLogin;
+    QList<bool> switchChanges;
+
+    void loginButton_Click()
+    {
+        ++logins;
+        passwordAtLogin = m_password->text();
+        auto *alert = ui::AlertController::alertControllerWithTitle(
+            QStringLiteral("Error"), QStringLiteral("Please enter some log in details."),
+            ui::AlertController::Style::Alert);
+        alert->addAction(ui::AlertAction::actionWithTitle(QStringLiteral("Ok"), ui::AlertAction::Style::Default));
+        alert->addAction(ui::AlertAction::actionWithTitle(QStringLiteral("Cancel"), ui::AlertAction::Style::Cancel,
+                                                          [this](ui::AlertAction *) { ++cancels; }));
+        presentViewController(alert, true);
+    }
+
+    void doneButtonAction()
+    {
+        m_userName->resignFirstResponder();
+        m_password->resignFirstResponder();
+    }
+
+private:
+    ui::TextField *m_userName = new ui::TextField(QStringLiteral("userNameTextField"), this);
+    ui::TextField *m_password = new ui::TextField(QStringLiteral("passwordTextField"), this);
+    ui::Button *m_loginButton = new ui::Button(QStringLiteral("loginButton"), this);
+    ui::Switch *m_rememberMe = new ui::Switch(QStringLiteral("rememberMeSwitch"), this);
+};
+
+// Searches the visual tree, which (unlike QObject children) includes what loaders and
+// repeaters made.
+QQuickItem *findItem(QQuickItem *root, const QString &name)
+{
+    if (root->objectName() == name)
+        return root;
+    const QList<QQuickItem *> children = root->childItems();
+    for (QQuickItem *child : children) {
+        if (QQuickItem *found = findItem(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+QPoint centreOf(QQuickItem *item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void typeText(QQuickWindow *window, const QString &text)
+{
+    for (const QChar ch : text)
+        QTest::keyClick(window, ch.toLatin1());
+}
+
+} // namespace
+
+class TestViews : public QObject {
+    Q_OBJECT
+
+private:
+    QQuickItem *find(QQuickWindow *window, const char *name)
+    {
+        return findItem(window->contentItem(), QString::fromLatin1(name));
+    }
+
+private Q_SLOTS:
+    void everyComponentCompiles_data()
+    {
+        QTest::addColumn<QString>("file");
+        for (const char *file : {"AlertView", "AppWindow", "ControllerView", "EmbeddedView", "KeyboardToolbar",
+                                 "NavigationView", "OutletActivityIndicator", "OutletBarButton", "OutletButton",
+                                 "OutletImage", "OutletLabel", "OutletSwitch", "OutletTableView", "OutletTextField",
+                                 "OutletTextView", "TableCell", "TableSectionHeader"})
+            QTest::newRow(file) << QString::fromLatin1(file);
+    }
+
+    void everyComponentCompiles()
+    {
+        QFETCH(QString, file);
+        QQmlApplicationEngine engine;
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Ui/%1.qml").arg(file)));
+        QVERIFY2(component.isReady(), qPrintable(component.errorString()));
+    }
+
+    void typingAndClickingReachTheController()
+    {
+        ui::Window window;
+        auto *screen = new LoginTestController;
+        window.setRootViewController(screen);
+        window.makeKeyAndVisible();
+        QQuickWindow *quick = window.quickWindow();
+        QVERIFY(quick);
+        QCOMPARE(quick->size(), ui::Window::kDefaultSize);
+        QVERIFY(QTest::qWaitForWindowExposed(quick));
+        QCOMPARE(screen->view()->width(), qreal(390));
+
+        // Click into the password field by its outlet's name and type.
+        QQuickItem *password = find(quick, "passwordTextField");
+        QVERIFY(password);
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(password));
+        QTRY_VERIFY(screen->passwordTextField()->isFirstResponder());
+        typeText(quick, QStringLiteral("S3cret"));
+        QCOMPARE(screen->passwordTextField()->text(), QStringLiteral("S3cret"));
+        QTest::keyClick(quick, Qt::Key_Return);
+        QCOMPARE(screen->returns, 1);
+
+        // The focused field's "Done" toolbar shows and resigns the keyboard.
+        QQuickItem *toolbar = find(quick, "doneToolbar");
+        QVERIFY(toolbar);
+        QTRY_VERIFY(toolbar->isVisible());
+        QQuickItem *done = find(quick, "doneButton");
+        QVERIFY(done);
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(done));
+        QTRY_VERIFY(!screen->passwordTextField()->isFirstResponder());
+        QTRY_VERIFY(!toolbar->isVisible());
+
+        // Tab moves from the user name to the password field.
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(find(quick, "userNameTextField")));
+        QTRY_VERIFY(screen->userNameTextField()->isFirstResponder());
+        typeText(quick, QStringLiteral("ann"));
+        QTest::keyClick(quick, Qt::Key_Tab);
+        QTRY_VERIFY(screen->passwordTextField()->isFirstResponder());
+        QCOMPARE(screen->userNameTextField()->text(), QStringLiteral("ann"));
+
+        // Setting the outlet from code shows in the drawn field.
+        screen->passwordTextField()->setText({});
+        QCOMPARE(password->property("text").toString(), QString());
+
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(find(quick, "rememberMeSwitch")));
+        QCOMPARE(screen->switchChanges, QList<bool>{true});
+
+        // The button runs the controller's action, which shows an alert; Escape cancels it.
+        screen->passwordTextField()->setText(QStringLiteral("typed"));
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(find(quick, "loginButton")));
+        QCOMPARE(screen->logins, 1);
+        QCOMPARE(screen->passwordAtLogin, QStringLiteral("typed"));
+        QTRY_VERIFY(find(quick, "alertBox"));
+        QTRY_VERIFY(find(quick, "alertBox")->isVisible());
+        QTest::keyClick(quick, Qt::Key_Escape);
+        QTRY_COMPARE(screen->cancels, 1);
+        QVERIFY(!ui::AlertController::alertOnScreen());
+        QTRY_VERIFY(!find(quick, "alertBox"));
+    }
+};
+
+QTEST_MAIN(TestViews)
+#include "tst_views.moc"
