@@ -1,0 +1,110 @@
+#include "BackendProbe.h"
+
+#include <QEventLoop>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QTimer>
+#include <QUrlQuery>
+#include <QUuid>
+
+namespace BackendProbe {
+
+QJsonObject pointer(const QString &className, const QString &objectId)
+{
+    return {{QStringLiteral("__type"), QStringLiteral("Pointer")},
+            {QStringLiteral("className"), className},
+            {QStringLiteral("objectId"), objectId}};
+}
+
+QJsonObject userPointer(const QString &objectId)
+{
+    return pointer(QStringLiteral("_User"), objectId);
+}
+
+namespace {
+
+TestBackend::Reply run(QNetworkAccessManager &nam, const QNetworkRequest &request, const QByteArray &method,
+                       const QByteArray &payload, QByteArray *contentType = nullptr)
+{
+    QNetworkReply *reply = nam.sendCustomRequest(request, method, payload);
+    QEventLoop loop;
+    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(30000, &loop, &QEventLoop::quit);
+    loop.exec();
+    TestBackend::Reply r;
+    r.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    r.raw = reply->readAll();
+    r.body = QJsonDocument::fromJson(r.raw);
+    if (contentType)
+        *contentType = reply->header(QNetworkRequest::ContentTypeHeader).toByteArray();
+    reply->deleteLater();
+    return r;
+}
+
+} // namespace
+
+TestBackend::Reply send(const QByteArray &method, const QString &path, const QJsonObject &body,
+                        const QString &sessionToken, const QList<Header> &headers)
+{
+    const TestBackend &backend = TestBackend::instance();
+    QUrl url = backend.serverUrl();
+    url.setPath(path);
+    QNetworkRequest request(url);
+    request.setRawHeader("X-Parse-Application-Id", backend.applicationId().toUtf8());
+    request.setRawHeader("X-Parse-Client-Key", backend.clientKey().toUtf8());
+    if (!sessionToken.isEmpty())
+        request.setRawHeader("X-Parse-Session-Token", sessionToken.toUtf8());
+    for (const Header &h : headers)
+        request.setRawHeader(h.first, h.second);
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/json"));
+    QNetworkAccessManager nam;
+    return run(nam, request, method, QJsonDocument(body).toJson(QJsonDocument::Compact));
+}
+
+TestBackend::Reply fetch(const QUrl &url, QByteArray *contentType)
+{
+    QNetworkAccessManager nam;
+    return run(nam, QNetworkRequest(url), "GET", {}, contentType);
+}
+
+QJsonObject masterGet(const QString &className, const QString &objectId)
+{
+    QString path = QStringLiteral("/classes/%1/%2").arg(className, objectId);
+    if (className == QLatin1String("_User"))
+        path = QStringLiteral("/users/") + objectId;
+    else if (className == QLatin1String("_Installation"))
+        path = QStringLiteral("/installations/") + objectId;
+    const TestBackend::Reply r = TestBackend::instance().request("GET", path, {}, true);
+    return r.status == 200 ? r.body.object() : QJsonObject();
+}
+
+QList<QJsonObject> masterFind(const QString &className, const QJsonObject &where)
+{
+    QUrlQuery query;
+    query.addQueryItem(QStringLiteral("where"),
+                       QString::fromUtf8(QJsonDocument(where).toJson(QJsonDocument::Compact)));
+    query.addQueryItem(QStringLiteral("limit"), QStringLiteral("1000"));
+    const QString base = className == QLatin1String("_User") ? QStringLiteral("/users")
+                                                              : QStringLiteral("/classes/") + className;
+    const TestBackend::Reply r =
+        TestBackend::instance().request("GET", base + u'?' + query.toString(QUrl::FullyEncoded), {}, true);
+    QList<QJsonObject> results;
+    const QJsonArray array = r.body.object().value(QStringLiteral("results")).toArray();
+    for (const QJsonValue &v : array)
+        results.append(v.toObject());
+    return results;
+}
+
+int errorCode(const TestBackend::Reply &reply)
+{
+    return reply.body.object().value(QStringLiteral("code")).toInt();
+}
+
+QString uniqueTag()
+{
+    return QUuid::createUuid().toString(QUuid::Id128).left(12);
+}
+
+} // namespace BackendProbe

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "TestBackend.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QList>
+#include <QPair>
+#include <QString>
+
+// Helpers for the backend suites: pointers, master-key look-ups and requests that carry
+// extra headers (such as X-Parse-Request-Id), which TestBackend::request does not send.
+namespace BackendProbe {
+
+using Header = QPair<QByteArray, QByteArray>;
+
+[[nodiscard]] QJsonObject pointer(const QString &className, const QString &objectId);
+[[nodiscard]] QJsonObject userPointer(const QString &objectId);
+
+// A client request (client key, optional session token) with additional headers.
+[[nodiscard]] TestBackend::Reply send(const QByteArray &method, const QString &path, const QJsonObject &body,
+                                      const QString &sessionToken, const QList<Header> &headers);
+
+// A plain GET of any URL, for the static pages.
+[[nodiscard]] TestBackend::Reply fetch(const QUrl &url, QByteArray *contentType = nullptr);
+
+// The stored record as the master key sees it (empty when missing).
+[[nodiscard]] QJsonObject masterGet(const QString &className, const QString &objectId);
+
+// Results of a master-key query with the given constraints.
+[[nodiscard]] QList<QJsonObject> masterFind(const QString &className, const QJsonObject &where);
+
+// The Parse error code of a reply, or 0 when it carries none.
+[[nodiscard]] int errorCode(const TestBackend::Reply &reply);
+
+// A unique text for one test's data.
+[[nodiscard]] QString uniqueTag();
+
+} // namespace BackendProbe
