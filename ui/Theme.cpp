@@ -27,6 +27,7 @@ void Theme::assign(QColor &member, const QColor &value)
 
 void Theme::setNavigationBarColor(const QColor &color) { assign(m_navigationBarColor, color); }
 void Theme::setTintColor(const QColor &color) { assign(m_tintColor, color); }
+void Theme::setAccentColor(const QColor &color) { assign(m_accentColor, color); }
 void Theme::setTitleColor(const QColor &color) { assign(m_titleColor, color); }
 void Theme::setSecondaryColor(const QColor &color) { assign(m_secondaryColor, color); }
 void Theme::setBackgroundColor(const QColor &color) { assign(m_backgroundColor, color); }

@@ -1,6 +1,7 @@
 #include "ViewController.h"
 
 #include "AlertController.h"
+#include "FirstResponder.h"
 #include "NavigationController.h"
 #include "NavigationItem.h"
 #include "Storyboard.h"
@@ -125,6 +126,10 @@ void ViewController::presentViewController(ViewController *controller, bool anim
                    .arg(describe(controller), describe(host), describe(blocking));
         return;
     }
+
+    // The keyboard goes away under a presented screen.
+    if (TextInput *focused = FirstResponder::instance()->current())
+        focused->resignFirstResponder();
 
     if (!controller->parent())
         controller->setParent(host);

@@ -214,7 +214,10 @@ private Q_SLOTS:
         auto *first = ui::AlertController::alertControllerWithTitle("Error", "first", ui::AlertController::Style::Alert);
         first->addAction(ui::AlertAction::actionWithTitle("Ok", ui::AlertAction::Style::Default));
         bool firstShown = false;
+        ui::TextField field(QStringLiteral("userNameTextField"));
+        QVERIFY(field.becomeFirstResponder());
         screen->presentViewController(first, true, [&firstShown] { firstShown = true; });
+        QVERIFY(!field.isFirstResponder()); // the keyboard goes away under the alert
         settle();
         QVERIFY(firstShown);
         QCOMPARE(ui::AlertController::alertOnScreen(), first);

@@ -1,4 +1,7 @@
+#include "ActivityIndicatorView.h"
 #include "AlertController.h"
+#include "NavigationController.h"
+#include "Theme.h"
 #include "Button.h"
 #include "FirstResponder.h"
 #include "Switch.h"
@@ -179,15 +182,67 @@ private Q_SLOTS:
 
         // The button runs the controller's action, which shows an alert; Escape cancels it.
         screen->passwordTextField()->setText(QStringLiteral("typed"));
+        QVERIFY(screen->passwordTextField()->becomeFirstResponder());
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(find(quick, "loginButton")));
         QCOMPARE(screen->logins, 1);
         QCOMPARE(screen->passwordAtLogin, QStringLiteral("typed"));
         QTRY_VERIFY(find(quick, "alertBox"));
         QTRY_VERIFY(find(quick, "alertBox")->isVisible());
+        QVERIFY(!ui::FirstResponder::instance()->current()); // the keyboard went away
         QTest::keyClick(quick, Qt::Key_Escape);
         QTRY_COMPARE(screen->cancels, 1);
         QVERIFY(!ui::AlertController::alertOnScreen());
         QTRY_VERIFY(!find(quick, "alertBox"));
+    }
+
+    void navigationBarBackButtonAndIndicatorAreDrawn()
+    {
+        ui::Theme::instance()->setNavigationBarColor(QColor(49, 187, 234));
+        ui::Window window;
+        auto *first = new LoginTestController;
+        first->setTitle(QStringLiteral("Login"));
+        auto *navigation = new ui::NavigationController(first);
+        window.setRootViewController(navigation);
+        window.makeKeyAndVisible();
+        QQuickWindow *quick = window.quickWindow();
+        QVERIFY(quick);
+        QVERIFY(QTest::qWaitForWindowExposed(quick));
+
+        QQuickItem *bar = find(quick, "navigationBar");
+        QVERIFY(bar);
+        QCOMPARE(bar->property("color").value<QColor>(), QColor(49, 187, 234));
+        QCOMPARE(find(quick, "navigationTitle")->property("text").toString(), QStringLiteral("Login"));
+        QQuickItem *back = find(quick, "backButton");
+        QVERIFY(back);
+        QVERIFY(!back->isVisible());
+
+        QPointer<LoginTestController> second = new LoginTestController;
+        second->setTitle(QStringLiteral("Register"));
+        navigation->pushViewController(second, true);
+        QTRY_COMPARE(find(quick, "navigationTitle")->property("text").toString(), QStringLiteral("Register"));
+        QTRY_VERIFY(back->isVisible());
+        // The screen under the bar is told its size: the window less the bar.
+        QTRY_COMPARE(second->view()->height(), qreal(844 - 44));
+
+        // A busy indicator added to the view is drawn where its frame says.
+        ui::ActivityIndicatorView indicator(QStringLiteral("actInd"));
+        indicator.setFrame(QRectF(10, 20, 60, 60));
+        indicator.setBackgroundColor(Qt::black);
+        second->view()->addSubview(&indicator);
+        indicator.startAnimating();
+        QQuickItem *drawn = nullptr;
+        QTRY_VERIFY((drawn = find(quick, "actInd")));
+        QTRY_VERIFY(drawn->isVisible());
+        QCOMPARE(drawn->position(), QPointF(10, 20));
+        QCOMPARE(drawn->size(), QSizeF(60, 60));
+        indicator.stopAnimating();
+        QTRY_VERIFY(!drawn->isVisible());
+        second->view()->removeSubview(&indicator);
+
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(back));
+        QTRY_COMPARE(navigation->topViewController(), first);
+        QTRY_VERIFY(!second);
+        QTRY_VERIFY(!back->isVisible());
     }
 };
 

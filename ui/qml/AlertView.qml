@@ -93,7 +93,7 @@ FocusScope {
                         enabled: modelData.enabled
                         text: modelData.title
                         font.bold: modelData.style === AlertAction.Cancel
-                        palette.buttonText: modelData.style === AlertAction.Destructive ? "#ff3b30" : Theme.tintColor
+                        palette.buttonText: modelData.style === AlertAction.Destructive ? "#ff3b30" : Theme.accentColor
                         Accessible.name: modelData.title
                         onClicked: alertView.controller.choose(modelData)
                         Keys.onReturnPressed: alertView.controller.choose(modelData)

@@ -35,6 +35,7 @@ ToolBar {
                     id: button
                     OutletBarButton {
                         outlet: modelData
+                        tint: Theme.accentColor
                         focusPolicy: Qt.NoFocus // keep the keyboard on the text input
                     }
                 }

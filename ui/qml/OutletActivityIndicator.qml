@@ -1,8 +1,8 @@
 import QtQuick
-import QtQuick.Controls
 import Vantrel.Ui
 
-// A busy indicator placed by its outlet's frame: a rounded square with a spinning mark.
+// A busy indicator placed by its outlet's frame: a rounded square with a ring of spokes
+// turning in steps, drawn with plain rectangles so every renderer shows it.
 Rectangle {
     id: square
 
@@ -19,12 +19,42 @@ Rectangle {
     Accessible.role: Accessible.Indicator
     Accessible.name: "Loading"
 
-    BusyIndicator {
+    Item {
+        id: spokes
+        readonly property real size: square.outlet ? square.outlet.indicatorSize : 20
+        readonly property int count: 12
+        property int step: 0
         anchors.centerIn: parent
-        width: square.outlet ? square.outlet.indicatorSize : 20
-        height: width
-        running: square.outlet ? square.outlet.animating : false
-        palette.dark: square.outlet ? square.outlet.color : "white"
+        width: size
+        height: size
+
+        Repeater {
+            model: spokes.count
+
+            Rectangle {
+                required property int index
+                x: (spokes.size - width) / 2
+                y: 0
+                width: Math.max(2, spokes.size / 12)
+                height: spokes.size * 0.28
+                radius: width / 2
+                color: square.outlet ? square.outlet.color : "white"
+                opacity: 0.25 + 0.75 * (((index - spokes.step + spokes.count) % spokes.count) / (spokes.count - 1))
+                transform: Rotation {
+                    origin.x: width / 2
+                    origin.y: spokes.size / 2
+                    angle: index * 360 / spokes.count
+                }
+            }
+        }
+
+        Timer {
+            interval: 80
+            repeat: true
+            running: square.visible && square.outlet !== null && square.outlet.animating
+            onTriggered: spokes.step = (spokes.step + 1) % spokes.count
+        }
     }
+
     MouseArea { anchors.fill: parent } // taps stop at the indicator
 }

@@ -14,7 +14,7 @@ Button {
     opacity: outlet ? outlet.alpha : 1
     text: outlet ? outlet.title : ""
     icon.source: outlet ? outlet.image : ""
-    palette.buttonText: outlet && outlet.titleColor.a > 0 ? outlet.titleColor : Theme.tintColor
+    palette.buttonText: outlet && outlet.titleColor.a > 0 ? outlet.titleColor : Theme.accentColor
     Accessible.name: outlet ? (outlet.title.length > 0 ? outlet.title : outlet.objectName) : ""
 
     contentItem: Text {
@@ -33,7 +33,7 @@ Button {
         radius: button.outlet ? button.outlet.cornerRadius : 0
         color: button.outlet && button.outlet.backgroundColor.a > 0 ? button.outlet.backgroundColor : "transparent"
         border.width: button.visualFocus ? 2 : 0
-        border.color: Theme.tintColor
+        border.color: Theme.accentColor
         opacity: button.down ? 0.6 : 1
     }
 
