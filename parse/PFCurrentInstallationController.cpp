@@ -31,7 +31,6 @@ PFInstallationPtr PFCurrentInstallationController::currentInstallation()
 {
     if (!m_installation) {
         m_installation = std::make_shared<PFInstallation>();
-        // The server finds the installation by its id, so every save names it again.
         m_installation->setObject(installationId(), QStringLiteral("installationId"));
         m_installation->setObject(deviceType(), QStringLiteral("deviceType"));
     }

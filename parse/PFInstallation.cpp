@@ -16,3 +16,13 @@ void PFInstallation::setDeviceTokenFromData(const QByteArray &deviceToken)
 {
     setObject(QString::fromLatin1(deviceToken.toHex()), QStringLiteral("deviceToken"));
 }
+
+void PFInstallation::willSave()
+{
+    if (!objectId().isEmpty())
+        return;
+    for (const QString &key : {QStringLiteral("installationId"), QStringLiteral("deviceType")}) {
+        if (!isDirtyForKey(key) && hasKey(key))
+            setObject(objectForKey(key), key);
+    }
+}

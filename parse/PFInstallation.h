@@ -22,4 +22,8 @@ public:
     [[nodiscard]] QString deviceType() const { return stringForKey(QStringLiteral("deviceType")); }
     [[nodiscard]] QStringList channels() const { return stringListForKey(QStringLiteral("channels")); }
     void setChannels(const QStringList &channels) { setStringList(channels, QStringLiteral("channels")); }
+
+    // Until the server has named the record, every save names the installation id and device
+    // type again: the server finds the record by them.
+    void willSave() override;
 };

@@ -83,7 +83,8 @@ public:
     // The library's own access to the record's state.
     [[nodiscard]] const PFObjectState &state() const { return m_state; }
     [[nodiscard]] PFObjectState &mutableState() { return m_state; }
-    // Called after a save of this record went through.
+    // Called before a save of this record is sent, and after it went through.
+    virtual void willSave() {}
     virtual void objectDidSave() {}
 
 private:

@@ -57,6 +57,7 @@ void PFObjectController::uploadFiles(QList<PFFileObjectPtr> pending, const QStri
 void PFObjectController::sendChanges(const PFObjectPtr &object, const QString &sessionToken,
                                      PFBooleanResultBlock block, ReplyHook hook)
 {
+    object->willSave();
     PFObjectState &state = object->mutableState();
     PFEncoder encoder;
     const QJsonObject body = encoder.encodeOperations(state.beginSave());
@@ -75,7 +76,10 @@ void PFObjectController::sendChanges(const PFObjectPtr &object, const QString &s
             PFObjectState merged = saved;
             PFDecoder decoder;
             decoder.mergeInto(merged, result.json);
-            if (merged.objectId.isEmpty())
+            // A create answers with the new id; only a create the server merged into an
+            // existing record (an installation found by its installation id) may answer
+            // with the update time alone.
+            if (merged.objectId.isEmpty() && !result.json.contains(QLatin1String("updatedAt")))
                 error = PFError::unreadableReply(result.httpStatus);
             else if (decoder.error())
                 error = decoder.error();
