@@ -83,11 +83,10 @@ QJsonObject masterGet(const QString &className, const QString &objectId)
 QList<QJsonObject> masterFind(const QString &className, const QJsonObject &where)
 {
     QUrlQuery query;
-    query.addQueryItem(QStringLiteral("where"),
-                       QString::fromUtf8(QJsonDocument(where).toJson(QJsonDocument::Compact)));
+    query.addQueryItem(QStringLiteral("where"), QString::fromUtf8(QJsonDocument(where).toJson(QJsonDocument::Compact)));
     query.addQueryItem(QStringLiteral("limit"), QStringLiteral("1000"));
-    const QString base = className == QLatin1String("_User") ? QStringLiteral("/users")
-                                                              : QStringLiteral("/classes/") + className;
+    const QString base =
+        className == QLatin1String("_User") ? QStringLiteral("/users") : QStringLiteral("/classes/") + className;
     const TestBackend::Reply r =
         TestBackend::instance().request("GET", base + u'?' + query.toString(QUrl::FullyEncoded), {}, true);
     QList<QJsonObject> results;
