@@ -9,6 +9,7 @@
 #include "TestBackend.h"
 
 #include <QTest>
+#include <QUuid>
 
 ParseClientConfiguration ClientFixture::configuration(const QString &dataDirectory, PFSecureStorage *secureStorage,
                                                       const QString &server)
@@ -87,5 +88,25 @@ PFUserPtr ClientFixture::logIn(const QString &username, const QString &password,
             });
         },
         errorCode);
+    return user;
+}
+
+PFUserPtr ClientFixture::signUp(const QString &username)
+{
+    const QString name = username.isEmpty() ? QStringLiteral("t%1@example.test")
+                                                   .arg(QUuid::createUuid().toString(QUuid::Id128).left(12))
+                                             : username;
+    auto user = std::make_shared<PFUser>();
+    user->setUsername(name);
+    user->setEmail(name);
+    user->setPassword(QStringLiteral("Passw0rdX"));
+    user->setObject(QStringLiteral("Ana"), QStringLiteral("firstName"));
+    int code = 0;
+    waitFor([&](auto finish) { user->signUpInBackgroundWithBlock([=](bool, const PFError *e) { finish(e); }); },
+            &code);
+    if (code != 0) {
+        qWarning() << "sign-up failed with code" << code;
+        return nullptr;
+    }
     return user;
 }

@@ -22,5 +22,7 @@ public:
     // Blocking forms of the background calls, for test set-up and checks.
     static bool save(const PFObjectPtr &object, int *errorCode = nullptr);
     static QList<PFObjectPtr> find(const class PFQuery &query, int *errorCode = nullptr);
+    // Signs up a new user (first name "Ana", password "Passw0rdX") and makes it the current user.
+    static PFUserPtr signUp(const QString &username = {});
     static PFUserPtr logIn(const QString &username, const QString &password, int *errorCode = nullptr);
 };

@@ -58,7 +58,7 @@ private Q_SLOTS:
     void passwordResetReachesTheMailOutbox();
 
 private:
-    PFUserPtr signUp(const QString &username = uniqueName());
+    static PFUserPtr signUp() { return ClientFixture::signUp(); }
     std::unique_ptr<QTemporaryDir> m_data;
     std::unique_ptr<MemorySecureStorage> m_secrets;
 };
@@ -78,26 +78,6 @@ void ParseBackendTest::init()
 void ParseBackendTest::cleanup()
 {
     ClientFixture::stop();
-}
-
-PFUserPtr ParseBackendTest::signUp(const QString &username)
-{
-    auto user = std::make_shared<PFUser>();
-    user->setUsername(username);
-    user->setEmail(username);
-    user->setPassword(QStringLiteral("Passw0rdX"));
-    user->setObject(QStringLiteral("Ana"), QStringLiteral("firstName"));
-    bool done = false;
-    bool succeeded = false;
-    user->signUpInBackgroundWithBlock([&](bool ok, const PFError *error) {
-        if (error)
-            qWarning() << "sign-up failed:" << error->code() << error->localizedDescription();
-        succeeded = ok;
-        done = true;
-    });
-    if (!QTest::qWaitFor([&] { return done; }, 30000) || !succeeded)
-        return nullptr;
-    return user;
 }
 
 void ParseBackendTest::everyValueTypeRoundTrips()
