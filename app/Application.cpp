@@ -15,7 +15,9 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QQuickStyle>
+#include <QImage>
 #include <QQuickWindow>
+#include <QTimer>
 #include <cstdio>
 #include <ctime>
 
@@ -77,25 +79,42 @@ ui::Window *Application::window() const
     return m_delegate->window() ? m_delegate->window() : m_mainWindow.get();
 }
 
-void Application::reportFirstFrameAndQuit()
+void Application::afterFirstFrame(std::function<void(QQuickWindow *)> action)
 {
     ui::Window *shown = window();
     QQuickWindow *quick = shown ? shown->quickWindow() : nullptr;
     if (!quick) {
-        std::fprintf(stderr, "no window to report on\n");
+        std::fprintf(stderr, "Vantrel PRO: no window was opened\n");
         QCoreApplication::exit(1);
         return;
     }
     connect(
-        quick, &QQuickWindow::frameSwapped, this,
-        [] {
-            timespec ts{};
-            clock_gettime(CLOCK_MONOTONIC, &ts);
-            std::printf("first-frame-monotonic-ns %lld\n", ts.tv_sec * 1000000000LL + ts.tv_nsec);
-            std::fflush(stdout);
-            QCoreApplication::quit();
-        },
-        Qt::SingleShotConnection);
+        quick, &QQuickWindow::frameSwapped, this, [quick, action] { action(quick); }, Qt::SingleShotConnection);
+}
+
+void Application::reportFirstFrameAndQuit()
+{
+    afterFirstFrame([](QQuickWindow *) {
+        timespec ts{};
+        clock_gettime(CLOCK_MONOTONIC, &ts);
+        std::printf("first-frame-monotonic-ns %lld\n", ts.tv_sec * 1000000000LL + ts.tv_nsec);
+        std::fflush(stdout);
+        QCoreApplication::quit();
+    });
+}
+
+void Application::saveScreenshotAndQuit(const QString &path)
+{
+    afterFirstFrame([path](QQuickWindow *quick) {
+        // Let the first screen settle (fonts, images) before taking the picture.
+        QTimer::singleShot(500, quick, [quick, path] {
+            const QImage image = quick->grabWindow();
+            const bool saved = !image.isNull() && image.save(path);
+            if (!saved)
+                std::fprintf(stderr, "Vantrel PRO: the screenshot could not be written to %s\n", qPrintable(path));
+            QCoreApplication::exit(saved ? 0 : 1);
+        });
+    });
 }
 
 int Application::main(int argc, char **argv)
@@ -104,17 +123,30 @@ int Application::main(int argc, char **argv)
     QGuiApplication::setOrganizationName(QStringLiteral("Vantrel"));
     QGuiApplication::setApplicationVersion(QStringLiteral(VANTREL_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("vantrel-pro"));
+    // Help needs no display: answer it before the GUI starts.
+    for (int i = 1; i < argc; ++i) {
+        if (qstrcmp(argv[i], "--help") == 0 || qstrcmp(argv[i], "-h") == 0) {
+            QCoreApplication core(argc, argv);
+            AppConfiguration configuration;
+            std::fputs(qPrintable(configuration.load(core.arguments()).message), stdout);
+            std::fputs("  --report-first-frame   Print when the first frame is drawn, then quit.\n"
+                       "  --screenshot <file>    Save a picture of the first screen, then quit.\n",
+                       stdout);
+            return 0;
+        }
+    }
     QGuiApplication app(argc, argv);
 
     QStringList arguments = app.arguments();
     const bool reportFirstFrame = arguments.removeAll(QStringLiteral("--report-first-frame")) > 0;
+    QString screenshotPath;
+    const qsizetype screenshotAt = arguments.indexOf(QStringLiteral("--screenshot"));
+    if (screenshotAt > 0 && screenshotAt + 1 < arguments.size()) {
+        screenshotPath = arguments.at(screenshotAt + 1);
+        arguments.remove(screenshotAt, 2);
+    }
     AppConfiguration configuration;
     const AppConfiguration::Outcome outcome = configuration.load(arguments);
-    if (outcome.helpRequested) {
-        std::fputs(qPrintable(outcome.message), stdout);
-        std::fputs("  --report-first-frame        Print when the first frame is drawn, then quit.\n", stdout);
-        return 0;
-    }
     if (!outcome.ok) {
         std::fprintf(stderr, "Vantrel PRO cannot start:\n%s\n", qPrintable(outcome.message));
         return 2;
@@ -127,5 +159,7 @@ int Application::main(int argc, char **argv)
     application.launch();
     if (reportFirstFrame)
         application.reportFirstFrameAndQuit();
+    else if (!screenshotPath.isEmpty())
+        application.saveScreenshotAndQuit(screenshotPath);
     return app.exec();
 }

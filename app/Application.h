@@ -3,9 +3,11 @@
 #include "AppConfiguration.h"
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
 class AppDelegate;
+class QQuickWindow;
 class NotificationCenter;
 class PushTokenSource;
 class SceneDelegate;
@@ -33,12 +35,15 @@ public:
 
     // Prints "first-frame-monotonic-ns N" once the first frame is drawn, then quits (benchmarks).
     void reportFirstFrameAndQuit();
+    // Saves a picture of the first screen once it is drawn, then quits.
+    void saveScreenshotAndQuit(const QString &path);
 
     // The whole program: arguments in, exit code out.
     static int main(int argc, char **argv);
 
 private:
     void showMainStoryboard();
+    void afterFirstFrame(std::function<void(QQuickWindow *)> action);
 
     AppConfiguration m_configuration;
     std::unique_ptr<UserDefaults> m_userDefaults;

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "Window.h"
+
 #include <QObject>
 #include <QPointer>
-
-namespace ui {
-class Window;
-}
 
 // The scene's delegate. A desktop app has one scene for its whole life, so every callback
 // is left empty and the scene never makes a window of its own.
