@@ -55,7 +55,8 @@ async function main() {
     protectedFieldsOwnerExempt: true,
     protectedFieldsTriggerExempt: true,
     protectedFieldsSaveResponseExempt: true,
-    fileUpload: { allowedFileUrlDomains: [] },
+    // File references may only point at this server's own files.
+    fileUpload: { allowedFileUrlDomains: ['127.0.0.1'] },
     pages: { encodePageParamHeaders: true },
     installation: { duplicateDeviceTokenActionEnforceAuth: true },
     requestComplexity: {
@@ -76,7 +77,7 @@ async function main() {
     liveQuery: { classNames: ['Message'] },
     verifyServerUrl: false,
     cloud: (Parse) => {
-      permissions.register(Parse);
+      permissions.register(Parse, { filesBaseURL: `${settings.serverURL}/files/${settings.appId}` });
       notices.register(Parse, settings, { error: log });
     },
   });

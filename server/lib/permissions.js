@@ -126,17 +126,40 @@ function checkMessageWrite(Parse, request) {
   message.setACL(acl);
 }
 
-function register(Parse) {
-  Parse.Cloud.beforeSave(Parse.User, (request) => {
+// The REST API accepts a file reference by name alone ({"__type": "File", "name": ...}), but
+// Parse Server cannot hand such a reference back from a beforeSave trigger: it throws outside
+// any request and the process exits. References without a URL get this server's file URL.
+function completeFileReferences(Parse, object, filesBaseURL) {
+  for (const key of object.dirtyKeys()) {
+    const value = object.get(key);
+    if (!(value instanceof Parse.File) || value.url()) {
+      continue;
+    }
+    const name = value.name();
+    if (typeof name !== 'string' || name === '') {
+      // Drop the value first: even logging the refusal would encode the object and fail.
+      object.revert(key);
+      throw new Parse.Error(Parse.Error.INVALID_FILE_NAME, `${key} must name an uploaded file`);
+    }
+    object.set(key, Parse.File.fromJSON({ __type: 'File', name, url: `${filesBaseURL}/${encodeURIComponent(name)}` }));
+  }
+}
+
+function register(Parse, { filesBaseURL }) {
+  const guarded = (check) => (request) => {
+    completeFileReferences(Parse, request.object, filesBaseURL);
+    return check(request);
+  };
+  Parse.Cloud.beforeSave(Parse.User, guarded((request) => {
     if (!request.master) {
       checkUserWrite(Parse, request);
     } else if (!request.original) {
       request.object.setACL(publicReadOwnerWrite(Parse));
     }
-  });
-  Parse.Cloud.beforeSave('Freelancer', (request) => checkFreelancerWrite(Parse, request));
-  Parse.Cloud.beforeSave('LiveStream', (request) => checkLiveStreamWrite(Parse, request));
-  Parse.Cloud.beforeSave('Message', (request) => checkMessageWrite(Parse, request));
+  }));
+  Parse.Cloud.beforeSave('Freelancer', guarded((request) => checkFreelancerWrite(Parse, request)));
+  Parse.Cloud.beforeSave('LiveStream', guarded((request) => checkLiveStreamWrite(Parse, request)));
+  Parse.Cloud.beforeSave('Message', guarded((request) => checkMessageWrite(Parse, request)));
 }
 
 module.exports = { register, userFlagRules };

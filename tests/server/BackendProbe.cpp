@@ -63,6 +63,20 @@ TestBackend::Reply send(const QByteArray &method, const QString &path, const QJs
     return run(nam, request, method, QJsonDocument(body).toJson(QJsonDocument::Compact));
 }
 
+TestBackend::Reply upload(const QString &name, const QByteArray &bytes, const QString &sessionToken)
+{
+    const TestBackend &backend = TestBackend::instance();
+    QUrl url = backend.serverUrl();
+    url.setPath(QStringLiteral("/files/") + name);
+    QNetworkRequest request(url);
+    request.setRawHeader("X-Parse-Application-Id", backend.applicationId().toUtf8());
+    request.setRawHeader("X-Parse-Client-Key", backend.clientKey().toUtf8());
+    request.setRawHeader("X-Parse-Session-Token", sessionToken.toUtf8());
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("image/jpeg"));
+    QNetworkAccessManager nam;
+    return run(nam, request, "POST", bytes);
+}
+
 TestBackend::Reply fetch(const QUrl &url, QByteArray *contentType)
 {
     QNetworkAccessManager nam;

@@ -21,6 +21,9 @@ using Header = QPair<QByteArray, QByteArray>;
 [[nodiscard]] TestBackend::Reply send(const QByteArray &method, const QString &path, const QJsonObject &body,
                                       const QString &sessionToken, const QList<Header> &headers);
 
+// Uploads bytes as a file with the caller's session; answers the stored file's name and URL.
+[[nodiscard]] TestBackend::Reply upload(const QString &name, const QByteArray &bytes, const QString &sessionToken);
+
 // A plain GET of any URL, for the static pages.
 [[nodiscard]] TestBackend::Reply fetch(const QUrl &url, QByteArray *contentType = nullptr);
 

@@ -233,6 +233,49 @@ private Q_SLOTS:
         QVERIFY(own.body.object().contains(key));
     }
 
+    void profilePictureReferences_data()
+    {
+        QTest::addColumn<QString>("form");
+        QTest::addColumn<int>("code");
+        QTest::newRow("name and url of an upload") << "uploaded" << 0;
+        QTest::newRow("name alone") << "name" << 0;
+        QTest::newRow("no name") << "empty" << 122;
+        QTest::newRow("someone else's server") << "foreign" << 130;
+    }
+    void profilePictureReferences()
+    {
+        QFETCH(QString, form);
+        QFETCH(int, code);
+        const TestBackend::User u = newUser();
+        const TestBackend::Reply uploaded =
+            upload(QStringLiteral("photo.jpg"), QByteArrayLiteral("\xff\xd8 jpeg"), u.sessionToken);
+        QCOMPARE(uploaded.status, 201);
+        QJsonObject file{{QStringLiteral("__type"), QStringLiteral("File")}};
+        if (form != QLatin1String("empty"))
+            file.insert(QStringLiteral("name"), uploaded.body.object().value(QStringLiteral("name")));
+        if (form == QLatin1String("uploaded"))
+            file.insert(QStringLiteral("url"), uploaded.body.object().value(QStringLiteral("url")));
+        if (form == QLatin1String("foreign"))
+            file.insert(QStringLiteral("url"), QStringLiteral("http://files.elsewhere.example/photo.jpg"));
+
+        const TestBackend::Reply r =
+            backend().request("PUT", QStringLiteral("/users/") + u.objectId, {{QStringLiteral("profilePicture"), file}},
+                              false, u.sessionToken);
+        QCOMPARE(errorCode(r), code);
+        const QJsonObject stored =
+            masterGet(QStringLiteral("_User"), u.objectId).value(QStringLiteral("profilePicture")).toObject();
+        QCOMPARE(stored.value(QStringLiteral("name")).toString(),
+                 code == 0 ? uploaded.body.object().value(QStringLiteral("name")).toString() : QString());
+        if (code == 0) {
+            // The stored picture downloads from this server.
+            const TestBackend::Reply picture = fetch(QUrl(stored.value(QStringLiteral("url")).toString()));
+            QCOMPARE(picture.status, 200);
+            QCOMPARE(picture.raw, QByteArrayLiteral("\xff\xd8 jpeg"));
+        }
+        // A refused reference never takes the server down.
+        QCOMPARE(backend().request("GET", QStringLiteral("/health")).status, 200);
+    }
+
     void anonymousCallersSeeNoUsers()
     {
         const TestBackend::User owner = newUser();
