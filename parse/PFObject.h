@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PFFileObject.h"
 #include "PFGeoPoint.h"
 #include "PFObjectState.h"
 #include "PFSubclassRegistry.h"
