@@ -1,0 +1,142 @@
+// Decoding a query reply of 10,000 Message rows with the sender and recipient included, into
+// record objects: our client against the official Parse JavaScript SDK on the same JSON.
+// Prints the median time of five runs (after one warm-up) and the memory the first decode
+// took (peak resident size growth), for both.
+//
+//   bench_parse_decode [rows]
+
+#include "Message.h"
+#include "PFDecoder.h"
+#include "RecordClasses.h"
+#include "User.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+long statusKb(const char *field)
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray prefix = QByteArray(field) + ':';
+    for (const QByteArray &line : file.readAll().split('\n'))
+        if (line.startsWith(prefix))
+            return line.mid(prefix.size()).trimmed().split(' ').value(0).toLong();
+    return 0;
+}
+
+QJsonObject userJson(int n)
+{
+    return {{QStringLiteral("__type"), QStringLiteral("Object")},
+            {QStringLiteral("className"), QStringLiteral("_User")},
+            {QStringLiteral("objectId"), QStringLiteral("user%1").arg(n, 6, 10, QLatin1Char('0'))},
+            {QStringLiteral("firstName"), QStringLiteral("Firstname%1").arg(n)},
+            {QStringLiteral("lastName"), QStringLiteral("Lastname%1").arg(n)},
+            {QStringLiteral("workEmail"), QStringLiteral("person%1@newsroom.example").arg(n)},
+            {QStringLiteral("mobileCountryCode"), QStringLiteral("+44")},
+            {QStringLiteral("mobileTelephoneNumber"), QStringLiteral("7700900%1").arg(n % 1000, 3, 10, QLatin1Char('0'))},
+            {QStringLiteral("createdAt"), QStringLiteral("2026-01-02T03:04:05.678Z")},
+            {QStringLiteral("updatedAt"), QStringLiteral("2026-02-03T04:05:06.789Z")}};
+}
+
+QByteArray makeReply(int rows)
+{
+    QJsonArray results;
+    QRandomGenerator random(42);
+    for (int i = 0; i < rows; ++i) {
+        QJsonObject row{
+            {QStringLiteral("objectId"), QStringLiteral("msg%1").arg(i, 7, 10, QLatin1Char('0'))},
+            {QStringLiteral("title"), QStringLiteral("Crew needed for the evening bulletin %1").arg(i)},
+            {QStringLiteral("messageBody"),
+             QStringLiteral("Are you free to cover the press conference at the town hall tomorrow at 10:00? "
+                            "We need camera and sound, about three hours. Reference %1.")
+                 .arg(i)},
+            {QStringLiteral("hasBeenRead"), random.bounded(2) == 1},
+            {QStringLiteral("from"), userJson(static_cast<int>(random.bounded(1000)))},
+            {QStringLiteral("to"), userJson(static_cast<int>(random.bounded(1000)))},
+            {QStringLiteral("createdAt"), QStringLiteral("2026-11-%1T10:00:00.000Z").arg(1 + i % 28, 2, 10, QLatin1Char('0'))},
+            {QStringLiteral("updatedAt"), QStringLiteral("2026-11-%1T11:00:00.000Z").arg(1 + i % 28, 2, 10, QLatin1Char('0'))},
+        };
+        results.append(row);
+    }
+    return QJsonDocument(QJsonObject{{QStringLiteral("results"), results}}).toJson(QJsonDocument::Compact);
+}
+
+QList<PFObjectPtr> decode(const QByteArray &text)
+{
+    const QJsonArray rows = QJsonDocument::fromJson(text).object().value(QStringLiteral("results")).toArray();
+    QList<PFObjectPtr> objects;
+    objects.reserve(rows.size());
+    PFDecoder decoder;
+    for (const QJsonValue &row : rows)
+        objects.append(decoder.decodeObject(QStringLiteral("Message"), row.toObject()));
+    return objects;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    const int rows = argc > 1 ? std::atoi(argv[1]) : 10000;
+    registerRecordClasses();
+
+    const QByteArray text = makeReply(rows);
+    QTemporaryDir dir;
+    const QString replyPath = dir.filePath(QStringLiteral("reply.json"));
+    QFile out(replyPath);
+    if (!out.open(QIODevice::WriteOnly) || out.write(text) != text.size())
+        return 1;
+    out.close();
+
+    const long before = statusKb("VmRSS");
+    QList<PFObjectPtr> kept = decode(text);
+    const double memoryMb = double(statusKb("VmHWM") - before) / 1024.0;
+    auto first = std::dynamic_pointer_cast<Message>(kept.value(0));
+    if (kept.size() != rows || !first || !first->from() || first->from()->firstName().isEmpty()) {
+        std::fprintf(stderr, "decode produced no typed messages with an included sender\n");
+        return 1;
+    }
+    std::vector<double> times;
+    for (int i = 0; i < 6; ++i) {
+        kept.clear();
+        QElapsedTimer timer;
+        timer.start();
+        kept = decode(text);
+        if (i > 0)
+            times.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    std::sort(times.begin(), times.end());
+    const double ours = times[times.size() / 2];
+
+    QProcess node;
+    node.start(QStringLiteral("node"), {QStringLiteral(VANTREL_BENCH_JS_DIR "/decode.js"), replyPath});
+    node.waitForFinished(300000);
+    const QJsonObject js = QJsonDocument::fromJson(node.readAllStandardOutput()).object();
+
+    std::printf("decoding %d Message rows (sender and recipient included), %.1f MB of JSON\n", rows,
+                double(text.size()) / 1e6);
+    std::printf("  our client:            median %8.1f ms, memory %7.1f MB\n", ours, memoryMb);
+    if (js.isEmpty()) {
+        std::printf("  Parse JS SDK:          not run (%s); install it with: npm ci --prefix bench/parse/js\n",
+                    node.readAllStandardError().trimmed().constData());
+        return 0;
+    }
+    const double jsMs = js.value(QStringLiteral("medianMs")).toDouble();
+    const double jsMb = js.value(QStringLiteral("memoryMb")).toDouble();
+    std::printf("  Parse JS SDK (node):   median %8.1f ms, memory %7.1f MB\n", jsMs, jsMb);
+    std::printf("  speed: %.1fx the JS SDK (target >= 3x); memory: %.2f of the JS SDK's (target <= 0.5)\n",
+                jsMs / ours, memoryMb / jsMb);
+    return 0;
+}
