@@ -3,11 +3,13 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Vantrel.Ui
 
-// An alert over a dimmed screen. Escape chooses the cancel action.
+// An alert over a dimmed screen, centred (or an action sheet at the bottom). Escape, and for
+// a sheet a tap beside it, chooses the cancel action.
 FocusScope {
     id: alertView
 
     required property AlertController controller
+    readonly property bool sheet: controller.preferredStyle === AlertController.ActionSheet
 
     focus: true
     Keys.onEscapePressed: (event) => { event.accepted = alertView.controller.cancel(); }
@@ -15,14 +17,18 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         color: "#66000000"
-        MouseArea { anchors.fill: parent } // the screen below takes no taps
+        MouseArea { // the screen below takes no taps
+            anchors.fill: parent
+            onClicked: if (alertView.sheet) alertView.controller.cancel()
+        }
     }
 
     Rectangle {
         id: box
         objectName: "alertBox"
-        anchors.centerIn: parent
-        width: Math.min(parent.width - 60, 300)
+        x: (parent.width - width) / 2
+        y: alertView.sheet ? parent.height - height - 20 : (parent.height - height) / 2
+        width: alertView.sheet ? parent.width - 20 : Math.min(parent.width - 60, 300)
         height: column.implicitHeight
         radius: 14
         color: "#f2f2f2"
@@ -74,7 +80,7 @@ FocusScope {
 
             GridLayout {
                 Layout.fillWidth: true
-                columns: alertView.controller.orderedActions.length === 2 ? 2 : 1
+                columns: !alertView.sheet && alertView.controller.orderedActions.length === 2 ? 2 : 1
                 columnSpacing: 0
                 rowSpacing: 0
 

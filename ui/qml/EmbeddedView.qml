@@ -9,6 +9,7 @@ Item {
     property ViewController controller
     property string slot
 
+    // Reading childViewControllers makes the binding follow the container's children.
     readonly property ViewController child: controller && controller.childViewControllers.length >= 0
                                            ? controller.childViewControllerForSlot(slot) : null
 
