@@ -1,6 +1,7 @@
 #include "ActivityIndicatorView.h"
 #include "AlertController.h"
 #include "NavigationController.h"
+#include "Storyboard.h"
 #include "Theme.h"
 #include "Button.h"
 #include "FirstResponder.h"
@@ -243,6 +244,37 @@ private Q_SLOTS:
         QTRY_COMPARE(navigation->topViewController(), first);
         QTRY_VERIFY(!second);
         QTRY_VERIFY(!back->isVisible());
+    }
+
+    void embeddedScreenIsDrawnInItsSlot()
+    {
+        ui::StoryboardDefinition definition;
+        definition.initialIdentifier = QStringLiteral("container");
+        definition.scenes.insert(
+            QStringLiteral("container"),
+            {[] { return new ui::ViewController; }, QUrl(QStringLiteral("qrc:/test/ContainerTestView.qml")),
+             {{QStringLiteral("contactDetails"), {ui::StoryboardSegue::Kind::Embed, QStringLiteral("details")}}}});
+        definition.scenes.insert(QStringLiteral("details"), {[] { return new LoginTestController; }});
+        ui::Storyboard::registerStoryboard(QStringLiteral("ViewsTest"), definition);
+
+        ui::Window window;
+        window.setRootViewController(ui::Storyboard::storyboardWithName("ViewsTest")->instantiateInitialViewController());
+        window.makeKeyAndVisible();
+        QQuickWindow *quick = window.quickWindow();
+        QVERIFY(quick);
+        QVERIFY(QTest::qWaitForWindowExposed(quick));
+
+        auto *child = qobject_cast<LoginTestController *>(
+            window.rootViewController()->childViewControllerForSlot(QStringLiteral("contactDetails")));
+        QVERIFY(child);
+        QCOMPARE(child->appearanceState(), ui::ViewController::AppearanceState::Appeared);
+        QQuickItem *button = find(quick, "loginButton");
+        QVERIFY(button);
+        QVERIFY(button->mapToScene(QPointF(0, 0)).y() >= 100); // inside the slot
+        QTRY_COMPARE(child->view()->height(), qreal(844 - 100));
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(button));
+        QCOMPARE(child->logins, 1);
+        child->presentedViewController()->dismissViewControllerAnimated(false);
     }
 };
 
