@@ -7,6 +7,9 @@ const fs = require('fs');
 const http = require('http');
 const settingsModule = require('./lib/settings');
 
+// How long a write's X-Parse-Request-Id is remembered.
+const IDEMPOTENCY_TTL_S = 300;
+
 function log(message) {
   process.stdout.write(`[vantrel-backend] ${message}\n`);
 }
@@ -30,6 +33,7 @@ async function main() {
   const { createMailAdapter } = require('./lib/mailAdapter');
   const permissions = require('./lib/permissions');
   const notices = require('./lib/notices');
+  const { createRequestReplay } = require('./lib/requestReplay');
 
   const parseServer = new ParseServer({
     appId: settings.appId,
@@ -71,7 +75,7 @@ async function main() {
     schema: { definitions, lockSchemas: true, strict: true, keepUnknownIndexes: true },
     idempotencyOptions: {
       paths: ['classes/.*', 'users$', 'users/.*', 'installations.*', 'functions/.*'],
-      ttl: 300,
+      ttl: IDEMPOTENCY_TTL_S,
     },
     rateLimit: notices.rateLimits(settings),
     liveQuery: { classNames: ['Message'] },
@@ -87,6 +91,7 @@ async function main() {
   app.disable('x-powered-by');
   app.use('/site', express.static(settings.siteDir, { index: false, dotfiles: 'ignore' }));
   app.use('/site', (req, res) => res.status(404).type('text/plain').send('Not found\n'));
+  app.use(createRequestReplay({ ttlMs: IDEMPOTENCY_TTL_S * 1000 }));
   app.use('/', parseServer.app);
 
   const server = http.createServer(app);

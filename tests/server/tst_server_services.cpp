@@ -272,9 +272,24 @@ private Q_SLOTS:
 
         const TestBackend::Reply first = send("POST", path, body, token, headers);
         QVERIFY2(first.status == 200 || first.status == 201, first.raw.constData());
+        // The retry gets the first attempt's answer (the same objectId, session or result).
         const TestBackend::Reply retry = send("POST", path, body, token, headers);
-        QCOMPARE(retry.status, 400);
-        QCOMPARE(errorCode(retry), kDuplicateRequest);
+        QCOMPARE(retry.status, first.status);
+        QCOMPARE(retry.body, first.body);
+
+        // The same id on a different request, or from another caller, is not answered from the
+        // first one and is not applied either.
+        QJsonObject altered = body;
+        altered.insert(kind == QLatin1String("object") ? QStringLiteral("messageBody") : QStringLiteral("body"),
+                       QStringLiteral("altered"));
+        if (kind == QLatin1String("user"))
+            altered.insert(QStringLiteral("password"), QStringLiteral("Passw0rdCd"));
+        const TestBackend::Reply reused = send("POST", path, altered, token, headers);
+        QCOMPARE(reused.status, 400);
+        QCOMPARE(errorCode(reused), kDuplicateRequest);
+        const TestBackend::Reply otherCaller = send("POST", path, body, recipient.sessionToken, headers);
+        QCOMPARE(errorCode(otherCaller), kDuplicateRequest);
+        QVERIFY(otherCaller.body != first.body);
 
         if (kind == QLatin1String("object"))
             QCOMPARE(masterFind(QStringLiteral("Message"), {{QStringLiteral("title"), tag}}).size(), 1);
