@@ -9,11 +9,7 @@ void PFCloud::callFunctionInBackground(const QString &function, const QVariantMa
 {
     ParseCore *core = Parse::core();
     if (!core) {
-        PFDispatch::later([block] {
-            const PFError error = PFError::notInitialized();
-            if (block)
-                block({}, &error);
-        });
+        PFDispatch::failLater(block, PFError::notInitialized(), QVariant());
         return;
     }
     core->cloudController().callFunction(function, parameters, core->sessionToken(), std::move(block));

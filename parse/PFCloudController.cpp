@@ -11,10 +11,7 @@ void PFCloudController::callFunction(const QString &name, const QVariantMap &par
     PFEncoder encoder;
     const QJsonValue body = encoder.encode(parameters);
     if (encoder.error()) {
-        PFDispatch::later([block, error = *encoder.error()] {
-            if (block)
-                block({}, &error);
-        });
+        PFDispatch::failLater(block, *encoder.error(), QVariant());
         return;
     }
     ParseCommand command = ParseCommand::callFunction(name, body.toObject());

@@ -38,11 +38,7 @@ void PFFileObject::saveInBackgroundWithBlock(PFBooleanResultBlock block)
 {
     ParseCore *core = Parse::core();
     if (!core) {
-        PFDispatch::later([block] {
-            const PFError error = PFError::notInitialized();
-            if (block)
-                block(false, &error);
-        });
+        PFDispatch::failLater(block, PFError::notInitialized(), false);
         return;
     }
     core->fileController().upload(shared_from_this(), core->sessionToken(), std::move(block));
@@ -51,12 +47,15 @@ void PFFileObject::saveInBackgroundWithBlock(PFBooleanResultBlock block)
 void PFFileObject::getDataInBackgroundWithBlock(PFDataResultBlock block)
 {
     ParseCore *core = Parse::core();
-    if (m_data || !core) {
-        PFDispatch::later([block, data = m_data] {
-            const PFError error = PFError::notInitialized();
+    if (m_data) {
+        PFDispatch::later([block, data = *m_data] {
             if (block)
-                block(data.value_or(QByteArray()), data ? nullptr : &error);
+                block(data, nullptr);
         });
+        return;
+    }
+    if (!core) {
+        PFDispatch::failLater(block, PFError::notInitialized(), QByteArray());
         return;
     }
     core->fileController().download(shared_from_this(), std::move(block));

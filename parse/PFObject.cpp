@@ -156,11 +156,7 @@ void PFObject::saveInBackgroundWithBlock(PFBooleanResultBlock block)
     ParseCore *core = Parse::core();
     PFObjectPtr self = weak_from_this().lock();
     if (!core || !self) {
-        PFDispatch::later([block] {
-            const PFError error = PFError::notInitialized();
-            if (block)
-                block(false, &error);
-        });
+        PFDispatch::failLater(block, PFError::notInitialized(), false);
         return;
     }
     core->objectController().saveObject(self, core->sessionToken(), std::move(block));
@@ -188,11 +184,7 @@ void PFObject::saveEventually(PFBooleanResultBlock block)
     ParseCore *core = Parse::core();
     PFObjectPtr self = weak_from_this().lock();
     if (!core || !self) {
-        PFDispatch::later([block] {
-            const PFError error = PFError::notInitialized();
-            if (block)
-                block(false, &error);
-        });
+        PFDispatch::failLater(block, PFError::notInitialized(), false);
         return;
     }
     core->eventuallyQueue().enqueueSave(self, std::move(block));

@@ -7,6 +7,7 @@
 #include "PFTypes.h"
 
 #include <QDateTime>
+#include <QJsonObject>
 #include <QStringList>
 #include <memory>
 
@@ -84,9 +85,9 @@ public:
     // The library's own access to the record's state.
     [[nodiscard]] const PFObjectState &state() const { return m_state; }
     [[nodiscard]] PFObjectState &mutableState() { return m_state; }
-    // Called before a save of this record is sent, and after it went through.
+    // Called before a save of this record is sent, and after it went through with the reply.
     virtual void willSave() {}
-    virtual void objectDidSave() {}
+    virtual void objectDidSave(const QJsonObject &reply) { Q_UNUSED(reply) }
 
 private:
     PFObjectState m_state;

@@ -96,7 +96,7 @@ void PFObjectController::sendChanges(const PFObjectPtr &object, const QString &s
         saved.serverData.remove(QStringLiteral("password"));
         if (!saved.updatedAt.isValid())
             saved.updatedAt = saved.createdAt;
-        object->objectDidSave();
+        object->objectDidSave(result.json);
         if (hook)
             hook(object, result.json);
         if (block)

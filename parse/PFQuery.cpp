@@ -79,10 +79,7 @@ void PFQuery::findObjectsInBackgroundWithBlock(PFQueryArrayResultBlock block) co
 {
     ParseCore *core = Parse::core();
     if (!core || m_error) {
-        PFDispatch::later([block, error = m_error.value_or(PFError::notInitialized())] {
-            if (block)
-                block({}, &error);
-        });
+        PFDispatch::failLater(block, m_error.value_or(PFError::notInitialized()), QList<PFObjectPtr>());
         return;
     }
     core->queryController().findObjects(*this, core->sessionToken(), std::move(block));

@@ -19,11 +19,7 @@ void PFUser::logInWithUsernameInBackground(const QString &username, const QStrin
 {
     ParseCore *core = Parse::core();
     if (!core) {
-        PFDispatch::later([block] {
-            const PFError error = PFError::notInitialized();
-            if (block)
-                block(nullptr, &error);
-        });
+        PFDispatch::failLater(block, PFError::notInitialized(), PFUserPtr());
         return;
     }
     core->userController().logIn(username, password, std::move(block));
@@ -39,11 +35,7 @@ void PFUser::requestPasswordResetForEmailInBackground(const QString &email, PFBo
 {
     ParseCore *core = Parse::core();
     if (!core) {
-        PFDispatch::later([block] {
-            const PFError error = PFError::notInitialized();
-            if (block)
-                block(false, &error);
-        });
+        PFDispatch::failLater(block, PFError::notInitialized(), false);
         return;
     }
     core->userController().requestPasswordReset(email, std::move(block));
@@ -54,19 +46,27 @@ void PFUser::signUpInBackgroundWithBlock(PFBooleanResultBlock block)
     ParseCore *core = Parse::core();
     auto self = std::dynamic_pointer_cast<PFUser>(weak_from_this().lock());
     if (!core || !self) {
-        PFDispatch::later([block] {
-            const PFError error = PFError::notInitialized();
-            if (block)
-                block(false, &error);
-        });
+        PFDispatch::failLater(block, PFError::notInitialized(), false);
         return;
     }
     core->userController().signUp(self, std::move(block));
 }
 
-void PFUser::objectDidSave()
+void PFUser::objectDidSave(const QJsonObject &reply)
 {
+    const QJsonValue token = reply.value(QLatin1String("sessionToken"));
+    const bool newSession = token.isString() && !token.toString().isEmpty() && token.toString() != m_sessionToken;
+    if (newSession)
+        m_sessionToken = token.toString();
     ParseCore *core = Parse::core();
-    if (core && core->currentUserController().currentUser().get() == this)
-        core->currentUserController().persist();
+    if (!core)
+        return;
+    PFCurrentUserController &current = core->currentUserController();
+    const PFUserPtr user = current.currentUser();
+    if (user.get() != this)
+        return;
+    if (newSession)
+        current.setCurrentUser(user);
+    else
+        current.persist();
 }

@@ -33,7 +33,9 @@ public:
     void setSessionToken(const QString &token) { m_sessionToken = token; }
     [[nodiscard]] bool isAuthenticated() const { return !m_sessionToken.isEmpty(); }
 
-    void objectDidSave() override;
+    // Takes a new session token (the server issues one when the password changes) and keeps
+    // the signed-in user's record up to date.
+    void objectDidSave(const QJsonObject &reply) override;
 
 private:
     QString m_sessionToken;

@@ -80,5 +80,7 @@ ParseCommand ParseCommand::downloadFile(const QUrl &url)
 
 ParseCommand ParseCommand::callFunction(const QString &name, const QJsonObject &parameters)
 {
-    return json("POST", QStringLiteral("/functions/") + name, parameters);
+    ParseCommand command = json("POST", QStringLiteral("/functions/") + name, parameters);
+    command.confidential = true; // parameters carry people's addresses and messages
+    return command;
 }

@@ -9,7 +9,6 @@
 #include "PFDecoder.h"
 #include "RecordClasses.h"
 #include "RecordLookups.h"
-#include "SkillLists.h"
 #include "TrendingSubject.h"
 #include "User.h"
 
@@ -32,7 +31,6 @@ private Q_SLOTS:
     void initTestCase();
     void makeFreelancerStartsEmpty_data();
     void makeFreelancerStartsEmpty();
-    void skillLists();
     void registrationOrderLeavesOutLiveStream();
     void standardQueries_data();
     void standardQueries();
@@ -81,17 +79,6 @@ void ModelRecordsTest::makeFreelancerStartsEmpty()
     QStringList dirty = freelancer->dirtyKeys();
     dirty.sort();
     QCOMPARE(dirty, QStringList({"freelanceCategory", "languages", "notAvailable", "skills", "user"}));
-}
-
-void ModelRecordsTest::skillLists()
-{
-    const QStringList broadcast = SkillLists::broadcastSkills();
-    QCOMPARE(broadcast.size(), 10);
-    QCOMPARE(broadcast.first(), QStringLiteral("TV Camera"));
-    QCOMPARE(broadcast.at(4), QStringLiteral("TV Video Journalist (VJ)"));
-    QCOMPARE(broadcast.last(), QStringLiteral("Broadcast Fixer"));
-    QCOMPARE(SkillLists::printSkills(), QStringList({"Writer", "Photographer", "Fixer"}));
-    QCOMPARE(SkillLists::citizenSkills(), QStringList({"User-Generator/Live-Streamer"}));
 }
 
 void ModelRecordsTest::registrationOrderLeavesOutLiveStream()

@@ -51,7 +51,7 @@ private Q_SLOTS:
     void includeOrderAndDefaultLimit();
     void currentUserSurvivesRestart();
     void withoutSecureStorageSessionIsNotKept();
-    void wrongPasswordIsRefused();
+    void logInAndPasswordChange();
     void fileUploadAndDownload();
     void cloudFunctionsReachTheOutbox();
     void installationIsSaved();
@@ -242,7 +242,7 @@ void ParseBackendTest::withoutSecureStorageSessionIsNotKept()
     QVERIFY(!PFUser::currentUser());
 }
 
-void ParseBackendTest::wrongPasswordIsRefused()
+void ParseBackendTest::logInAndPasswordChange()
 {
     const PFUserPtr user = signUp();
     QVERIFY(user);
@@ -257,6 +257,17 @@ void ParseBackendTest::wrongPasswordIsRefused()
     QCOMPARE(back->objectId(), user->objectId());
     QCOMPARE(PFUser::currentUser(), back);
     QCOMPARE(back->stringForKey(QStringLiteral("firstName")), QStringLiteral("Ana"));
+
+    // A new password is saved like any key; the session goes on, and the old password is gone.
+    back->setPassword(QStringLiteral("N3wPassword"));
+    QVERIFY2(ClientFixture::save(back, &code), qPrintable(QString::number(code)));
+    QVERIFY(!back->hasKey(QStringLiteral("password")));
+    back->setObject(QStringLiteral("Cleo"), QStringLiteral("firstName"));
+    QVERIFY(ClientFixture::save(back));
+    PFUser::logOut();
+    QVERIFY(!ClientFixture::logIn(user->username(), QStringLiteral("Passw0rdX"), &code));
+    QCOMPARE(code, 101);
+    QVERIFY(ClientFixture::logIn(user->username(), QStringLiteral("N3wPassword")));
 }
 
 void ParseBackendTest::fileUploadAndDownload()

@@ -41,8 +41,6 @@ private Q_SLOTS:
     void requestsCarryTheParseHeaders();
     void unreachableServerGivesConnectionError();
     void completionNeverRunsInsideTheCall();
-    void retryDelayGrowsWithJitter_data();
-    void retryDelayGrowsWithJitter();
     void secretsNeverReachTheLog();
 
 private:
@@ -241,24 +239,6 @@ void ParseRunnerTest::completionNeverRunsInsideTheCall()
     PFObject::objectWithClassName(QStringLiteral("Story"))->saveInBackgroundWithBlock([&](bool, auto) { called = true; });
     QVERIFY(!called);
     QTRY_VERIFY(called);
-}
-
-void ParseRunnerTest::retryDelayGrowsWithJitter_data()
-{
-    QTest::addColumn<int>("attempt");
-    QTest::addColumn<double>("jitter");
-    QTest::addColumn<int>("delay");
-    QTest::newRow("first, no jitter") << 1 << 0.0 << 500;
-    QTest::newRow("first, most jitter") << 1 << 0.99 << 995;
-    QTest::newRow("third, half jitter") << 3 << 0.5 << 3000;
-}
-
-void ParseRunnerTest::retryDelayGrowsWithJitter()
-{
-    QFETCH(int, attempt);
-    QFETCH(double, jitter);
-    QFETCH(int, delay);
-    QCOMPARE(ParseCommandRunner::retryDelayMs(500, attempt, jitter), delay);
 }
 
 void ParseRunnerTest::secretsNeverReachTheLog()
