@@ -7,6 +7,7 @@ namespace ui {
 
 NavigationController::NavigationController(ViewController *rootViewController, QObject *parent)
     : ViewController(parent)
+    , m_model(new ControllerListModel(this))
 {
     setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Ui/NavigationView.qml")));
     if (rootViewController)
@@ -91,6 +92,7 @@ void NavigationController::transition(ViewController *oldTop, ViewController *ne
     for (ViewController *controller : removed)
         controller->removeFromParentViewController();
     watchTopItem();
+    m_model->setControllers(viewControllers());
     Q_EMIT viewControllersChanged();
 
     const bool visible = isOnScreen();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ControllerListModel.h"
 #include "ViewController.h"
 
 namespace ui {
@@ -12,6 +13,7 @@ class NavigationController : public ViewController {
     QML_UNCREATABLE("Navigation controllers are made in C++")
     Q_PROPERTY(QList<ui::ViewController *> viewControllers READ viewControllers NOTIFY viewControllersChanged)
     Q_PROPERTY(ui::ViewController *topViewController READ topViewController NOTIFY viewControllersChanged)
+    Q_PROPERTY(ui::ControllerListModel *viewControllerModel READ viewControllerModel CONSTANT)
     Q_PROPERTY(bool backButtonVisible READ isBackButtonVisible NOTIFY backButtonVisibleChanged)
     Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden WRITE setNavigationBarHidden NOTIFY
                    navigationBarHiddenChanged)
@@ -21,6 +23,8 @@ public:
 
     [[nodiscard]] QList<ViewController *> viewControllers() const;
     [[nodiscard]] ViewController *topViewController() const;
+    // The stack for QML repeaters.
+    [[nodiscard]] ControllerListModel *viewControllerModel() const { return m_model; }
     void setViewControllers(const QList<ViewController *> &controllers, bool animated = false);
 
     void pushViewController(ViewController *controller, bool animated);
@@ -50,6 +54,7 @@ private:
     void watchTopItem();
 
     QList<QPointer<ViewController>> m_stack;
+    ControllerListModel *m_model;
     bool m_navigationBarHidden = false;
     bool m_backButtonVisible = false;
     QMetaObject::Connection m_hidesBackConnection;

@@ -21,6 +21,7 @@ QPointer<Window> &keyWindowSlot()
 
 Window::Window(QObject *parent)
     : QObject(parent)
+    , m_presentationModel(new ControllerListModel(this))
 {
     keyWindowSlot() = this;
 }
@@ -94,6 +95,7 @@ void Window::trackPresentations()
                                   &Window::trackPresentations, Qt::UniqueConnection));
         m_tracking.append(connect(c, &QObject::destroyed, this, &Window::trackPresentations, Qt::UniqueConnection));
     }
+    m_presentationModel->setControllers(presentationStack());
     Q_EMIT presentationStackChanged();
 }
 

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include "ControllerListModel.h"
+
 #include <QQuickWindow>
 #include <QSize>
 #include <QtQml/qqmlregistration.h>
@@ -25,6 +27,7 @@ class Window : public QObject {
     QML_UNCREATABLE("The window is made in C++")
     Q_PROPERTY(ui::ViewController *rootViewController READ rootViewController NOTIFY rootViewControllerChanged)
     Q_PROPERTY(QList<ui::ViewController *> presentationStack READ presentationStack NOTIFY presentationStackChanged)
+    Q_PROPERTY(ui::ControllerListModel *presentationModel READ presentationModel CONSTANT)
     Q_PROPERTY(QSize defaultSize READ defaultSize CONSTANT)
 
 public:
@@ -48,6 +51,7 @@ public:
 
     // The root, then each screen presented over the one before.
     [[nodiscard]] QList<ViewController *> presentationStack() const;
+    [[nodiscard]] ControllerListModel *presentationModel() const { return m_presentationModel; }
     [[nodiscard]] QSize defaultSize() const { return kDefaultSize; }
 
     [[nodiscard]] QQmlApplicationEngine *engine() const { return m_engine.get(); }
@@ -63,6 +67,7 @@ private:
 
     QPointer<ViewController> m_root;
     QList<QMetaObject::Connection> m_tracking;
+    ControllerListModel *m_presentationModel;
     bool m_visible = false;
     bool m_drawsInterface = true;
     std::unique_ptr<QQmlApplicationEngine> m_engine;

@@ -2,6 +2,7 @@
 
 #include "AlertController.h"
 #include "Button.h"
+#include "ControllerListModel.h"
 #include "NavigationController.h"
 #include "NavigationItem.h"
 #include "Storyboard.h"
@@ -9,6 +10,7 @@
 #include "TextField.h"
 #include "Window.h"
 
+#include <QAbstractItemModelTester>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -449,6 +451,29 @@ private Q_SLOTS:
         screen->removeFromParentViewController();
         QVERIFY(!screen->revealViewController());
         delete screen;
+    }
+
+    void controllerListChangesOnlyItsTail()
+    {
+        ui::ViewController a, b, c;
+        ui::ControllerListModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+
+        model.setControllers({&a, &b});
+        model.setControllers({&a, &c}); // b replaced: row 0 untouched
+        QCOMPARE(model.rowCount(), 2);
+        QCOMPARE(model.data(model.index(1), ui::ControllerListModel::ControllerRole).value<ui::ViewController *>(), &c);
+        QCOMPARE(removed.size(), 1);
+        QCOMPARE(removed.last().at(1).toInt(), 1);
+        model.setControllers({&a, &c}); // no change, no signal
+        model.setControllers({});
+        QCOMPARE(model.rowCount(), 0);
+        QCOMPARE(inserted.size(), 2);
+        QCOMPARE(removed.size(), 2);
+        QCOMPARE(reset.size(), 0);
     }
 
     void outletsReportOnlyUserActions()

@@ -194,6 +194,8 @@ private Q_SLOTS:
         QTRY_COMPARE(screen->cancels, 1);
         QVERIFY(!ui::AlertController::alertOnScreen());
         QTRY_VERIFY(!find(quick, "alertBox"));
+        // The screen under the alert kept its drawn items.
+        QCOMPARE(find(quick, "passwordTextField"), password);
     }
 
     void navigationBarBackButtonAndIndicatorAreDrawn()

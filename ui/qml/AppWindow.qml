@@ -23,7 +23,7 @@ ApplicationWindow {
         anchors.bottomMargin: keyboardToolbar.visible ? keyboardToolbar.height : 0
 
         Repeater {
-            model: appWindow.uiWindow.presentationStack
+            model: appWindow.uiWindow.presentationModel
 
             delegate: ControllerView {
                 required property int index
@@ -41,8 +41,6 @@ ApplicationWindow {
                 visible: !covered
                 enabled: index === appWindow.uiWindow.presentationStack.length - 1
                 focus: enabled
-                controller: modelData
-                required property ViewController modelData
             }
         }
     }

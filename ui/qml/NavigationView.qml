@@ -76,13 +76,11 @@ Item {
         anchors.bottom: parent.bottom
 
         Repeater {
-            model: navigation.controller.viewControllers
+            model: navigation.controller.viewControllerModel
 
             delegate: ControllerView {
-                required property ViewController modelData
-                controller: modelData
                 anchors.fill: parent
-                visible: modelData === navigation.topController
+                visible: controller === navigation.topController
                 focus: visible
             }
         }
