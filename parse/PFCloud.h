@@ -9,6 +9,5 @@ class PFCloud {
 public:
     // Calls the function with the parameters as the signed-in user; the block receives the
     // function's result.
-    static void callFunctionInBackground(const QString &function, const QVariantMap &parameters,
-                                         PFIdResultBlock block);
+    static void callFunctionInBackground(const QString &function, const QVariantMap &parameters, PFIdResultBlock block);
 };

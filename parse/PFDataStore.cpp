@@ -32,8 +32,7 @@ bool PFDataStore::ensureDirectory()
         qCWarning(lcParseStore) << "cannot create the data directory" << m_directory;
         return false;
     }
-    return QFile::setPermissions(m_directory, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                                  QFileDevice::ExeOwner);
+    return QFile::setPermissions(m_directory, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 bool PFDataStore::write(const QString &name, const QByteArray &contents)

@@ -89,8 +89,8 @@ QVariant PFDecoder::decodeTyped(const QString &type, const QJsonObject &json)
             return {};
         }
         if (type == QLatin1String("Pointer"))
-            return QVariant::fromValue(PFObject::objectWithoutDataWithClassName(className.toString(),
-                                                                                objectId.toString()));
+            return QVariant::fromValue(
+                PFObject::objectWithoutDataWithClassName(className.toString(), objectId.toString()));
         return QVariant::fromValue(decodeObject(className.toString(), json));
     }
     if (type == QLatin1String("Bytes")) {
@@ -128,8 +128,7 @@ void PFDecoder::mergeInto(PFObjectState &state, const QJsonObject &json)
             else
                 state.objectId = value.toString();
         } else if (key == QLatin1String("createdAt") || key == QLatin1String("updatedAt")) {
-            const QDateTime date =
-                value.isObject() ? decode(value).toDateTime() : decodeDate(value.toString());
+            const QDateTime date = value.isObject() ? decode(value).toDateTime() : decodeDate(value.toString());
             if (!date.isValid())
                 malformed(QStringLiteral("record date"));
             else

@@ -102,8 +102,8 @@ QJsonValue PFEncoder::encode(const QVariant &value)
     case QMetaType::QString:
         return value.toString();
     default:
-        fail(PFError::InvalidJSON,
-             QCoreApplication::translate("PFError", "A value of type %1 cannot be stored.").arg(QLatin1String(type.name())));
+        fail(PFError::InvalidJSON, QCoreApplication::translate("PFError", "A value of type %1 cannot be stored.")
+                                       .arg(QLatin1String(type.name())));
         return QJsonValue::Null;
     }
 }

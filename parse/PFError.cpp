@@ -4,14 +4,14 @@
 
 PFError PFError::connectionFailed(const QString &detail)
 {
-    return {ConnectionFailed, QCoreApplication::translate("PFError", "The connection to the server failed (%1).")
-                                  .arg(detail)};
+    return {ConnectionFailed,
+            QCoreApplication::translate("PFError", "The connection to the server failed (%1).").arg(detail)};
 }
 
 PFError PFError::unreadableReply(int httpStatus)
 {
-    return {InvalidJSON, QCoreApplication::translate("PFError", "The server's reply could not be read (HTTP %1).")
-                             .arg(httpStatus)};
+    return {InvalidJSON,
+            QCoreApplication::translate("PFError", "The server's reply could not be read (HTTP %1).").arg(httpStatus)};
 }
 
 PFError PFError::notInitialized()

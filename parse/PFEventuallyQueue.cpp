@@ -96,8 +96,9 @@ void PFEventuallyQueue::enqueueSave(const PFObjectPtr &object, PFBooleanResultBl
     m_entries.append(entry);
     if (!persist()) {
         m_entries.removeLast();
-        PFDispatch::failLater(block, PFError(PFError::OtherCause, QCoreApplication::translate(
-                                                                      "PFError", "The save could not be kept for later.")),
+        PFDispatch::failLater(block,
+                              PFError(PFError::OtherCause,
+                                      QCoreApplication::translate("PFError", "The save could not be kept for later.")),
                               false);
         return;
     }
@@ -157,13 +158,14 @@ void PFEventuallyQueue::sendNext()
     }
     const QJsonObject entry = m_entries.first().toObject();
     const QString localId = entry.value(kLocalId).toString();
-    const QString objectId = localId.isEmpty() ? entry.value(kObjectId).toString()
-                                               : m_localIds.value(localId).toString();
+    const QString objectId =
+        localId.isEmpty() ? entry.value(kObjectId).toString() : m_localIds.value(localId).toString();
     QJsonValue body = entry.value(kBody);
     if (!resolveLocalIds(body)) {
         ParseCommandResult failed;
-        failed.error = PFError(PFError::InvalidPointer,
-                               QCoreApplication::translate("PFError", "The save refers to a record whose creation failed."));
+        failed.error =
+            PFError(PFError::InvalidPointer,
+                    QCoreApplication::translate("PFError", "The save refers to a record whose creation failed."));
         finishFirst(failed, {});
         return;
     }
@@ -201,7 +203,8 @@ void PFEventuallyQueue::finishFirst(const ParseCommandResult &result, const QStr
         }
     }
     if (!applied)
-        qCWarning(lcParseEventually) << "a pending save was refused and dropped:" << result.error->localizedDescription();
+        qCWarning(lcParseEventually) << "a pending save was refused and dropped:"
+                                     << result.error->localizedDescription();
     m_entries.removeFirst();
     pruneLocalIds();
     if (!persist())

@@ -46,10 +46,10 @@ private:
     ParseCommandRunner &m_runner;
     PFDataStore &m_store;
     std::function<QString()> m_sessionToken;
-    QJsonArray m_entries;    // {requestId, className, objectId | localId, body}
-    QJsonObject m_localIds;  // local id -> objectId given by the server
-    QHash<QString, PFBooleanResultBlock> m_blocks;            // by request id, this run only
-    QHash<QString, std::weak_ptr<PFObject>> m_localObjects;   // by local id, this run only
+    QJsonArray m_entries;                                   // {requestId, className, objectId | localId, body}
+    QJsonObject m_localIds;                                 // local id -> objectId given by the server
+    QHash<QString, PFBooleanResultBlock> m_blocks;          // by request id, this run only
+    QHash<QString, std::weak_ptr<PFObject>> m_localObjects; // by local id, this run only
     bool m_sending = false;
     QTimer m_retryTimer;
 };

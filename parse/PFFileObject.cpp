@@ -18,9 +18,8 @@ PFFileObjectPtr PFFileObject::fileObjectWithData(const QByteArray &data)
 PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QByteArray &data,
                                                  const QByteArray &contentType)
 {
-    return std::make_shared<PFFileObject>(name, QUrl(), data,
-                                          contentType.isEmpty() ? QByteArrayLiteral("application/octet-stream")
-                                                                : contentType);
+    return std::make_shared<PFFileObject>(
+        name, QUrl(), data, contentType.isEmpty() ? QByteArrayLiteral("application/octet-stream") : contentType);
 }
 
 PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QUrl &url)

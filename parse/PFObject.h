@@ -29,8 +29,7 @@ public:
     // are made with their own constructor.
     [[nodiscard]] static PFObjectPtr objectWithClassName(const QString &className);
     // A reference to a record known by id only (its data not fetched), as its registered subclass.
-    [[nodiscard]] static PFObjectPtr objectWithoutDataWithClassName(const QString &className,
-                                                                     const QString &objectId);
+    [[nodiscard]] static PFObjectPtr objectWithoutDataWithClassName(const QString &className, const QString &objectId);
     // Makes records of T::parseClassName() come back from the server as T.
     template <class T> static void registerSubclass()
     {

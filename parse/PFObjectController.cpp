@@ -22,8 +22,8 @@ void collectNewFiles(const QVariant &value, QList<PFFileObjectPtr> &files)
 }
 } // namespace
 
-void PFObjectController::saveObject(const PFObjectPtr &object, const QString &sessionToken,
-                                    PFBooleanResultBlock block, ReplyHook hook)
+void PFObjectController::saveObject(const PFObjectPtr &object, const QString &sessionToken, PFBooleanResultBlock block,
+                                    ReplyHook hook)
 {
     QList<PFFileObjectPtr> files;
     for (const PFFieldOperation &operation : object->state().operations)
@@ -54,8 +54,8 @@ void PFObjectController::uploadFiles(QList<PFFileObjectPtr> pending, const QStri
     });
 }
 
-void PFObjectController::sendChanges(const PFObjectPtr &object, const QString &sessionToken,
-                                     PFBooleanResultBlock block, ReplyHook hook)
+void PFObjectController::sendChanges(const PFObjectPtr &object, const QString &sessionToken, PFBooleanResultBlock block,
+                                     ReplyHook hook)
 {
     object->willSave();
     PFObjectState &state = object->mutableState();

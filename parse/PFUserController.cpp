@@ -18,7 +18,8 @@ void PFUserController::signUp(const PFUserPtr &user, PFBooleanResultBlock block)
     else if (!user->objectForKey(QStringLiteral("password")).isValid())
         refusal = PFError(PFError::PasswordMissing, QCoreApplication::translate("PFError", "A password is needed."));
     else if (!user->objectId().isEmpty())
-        refusal = PFError(PFError::OtherCause, QCoreApplication::translate("PFError", "The user is signed up already."));
+        refusal =
+            PFError(PFError::OtherCause, QCoreApplication::translate("PFError", "The user is signed up already."));
     if (refusal) {
         PFDispatch::failLater(block, *refusal, false);
         return;
@@ -65,7 +66,8 @@ void PFUserController::logOut()
     if (!token.isEmpty())
         m_runner.runCommand(ParseCommand::logOut(token), [](const ParseCommandResult &result) {
             if (result.error)
-                qCInfo(lcParseUser) << "ending the session on the server failed:" << result.error->localizedDescription();
+                qCInfo(lcParseUser) << "ending the session on the server failed:"
+                                    << result.error->localizedDescription();
         });
 }
 

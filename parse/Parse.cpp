@@ -14,7 +14,7 @@ std::unique_ptr<ParseCore> &instance()
 void Parse::initializeWithConfiguration(const ParseClientConfiguration &configuration)
 {
     qCDebug(lcParseHttp).noquote() << "backend" << configuration.server << "data in"
-                                  << configuration.effectiveDataDirectory();
+                                   << configuration.effectiveDataDirectory();
     setCore(std::make_unique<ParseCore>(configuration));
 }
 

@@ -24,6 +24,5 @@ QUrl ParseClientConfiguration::endpoint(const QString &path, const QUrlQuery &qu
 
 QString ParseClientConfiguration::effectiveDataDirectory() const
 {
-    return dataDirectory.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
-                                   : dataDirectory;
+    return dataDirectory.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) : dataDirectory;
 }

@@ -21,12 +21,11 @@ ParseCommand ParseCommand::json(const QByteArray &method, const QString &path, c
     return command;
 }
 
-ParseCommand ParseCommand::saveObject(const QString &className, const QString &objectId,
-                                      const QJsonObject &operations)
+ParseCommand ParseCommand::saveObject(const QString &className, const QString &objectId, const QJsonObject &operations)
 {
     const QString root = classPath(className);
-    ParseCommand command = objectId.isEmpty() ? json("POST", root, operations)
-                                              : json("PUT", root + u'/' + objectId, operations);
+    ParseCommand command =
+        objectId.isEmpty() ? json("POST", root, operations) : json("PUT", root + u'/' + objectId, operations);
     // A user's save may carry a password.
     command.confidential = className == QLatin1String("_User");
     return command;

@@ -11,8 +11,8 @@
 class ParseCommand {
 public:
     QByteArray method = "GET";
-    QString path;      // below the server URL, e.g. "/classes/Message"
-    QUrl absoluteUrl;  // instead of path, for file downloads
+    QString path;     // below the server URL, e.g. "/classes/Message"
+    QUrl absoluteUrl; // instead of path, for file downloads
     QUrlQuery query;
     QByteArray body;
     QByteArray contentType = "application/json";

@@ -44,8 +44,8 @@ void ParseCommandRunner::send(const ParseCommand &command, const Completion &com
         QTimer::singleShot(0, this, [completion, result] { completion(result); });
         return;
     }
-    const QUrl url = command.absoluteUrl.isEmpty() ? m_configuration.endpoint(command.path, command.query)
-                                                   : command.absoluteUrl;
+    const QUrl url =
+        command.absoluteUrl.isEmpty() ? m_configuration.endpoint(command.path, command.query) : command.absoluteUrl;
     QNetworkRequest request(url);
     request.setTransferTimeout(m_configuration.requestTimeoutMs);
     // Parse headers go only to our own server, never to a file host elsewhere.
@@ -90,9 +90,9 @@ void ParseCommandRunner::finish(QNetworkReply *reply, const ParseCommand &comman
         const int delay = retryDelayMs(m_configuration.retryInitialDelayMs, attempt + 1,
                                        QRandomGenerator::global()->generateDouble());
         qCInfo(lcParseHttp).noquote() << command.method << reply->url().path() << "failed"
-                                      << "(" + result.error->localizedDescription() + "), retrying in" << delay
-                                      << "ms";
-        QTimer::singleShot(delay, this, [this, command, completion, attempt] { send(command, completion, attempt + 1); });
+                                      << "(" + result.error->localizedDescription() + "), retrying in" << delay << "ms";
+        QTimer::singleShot(delay, this,
+                           [this, command, completion, attempt] { send(command, completion, attempt + 1); });
         return;
     }
     completion(result);

@@ -153,7 +153,8 @@ void ModelRecordsTest::decodedRecordsAreTyped()
         "locationDate":{"__type":"Date","iso":"2026-02-03T00:00:00.000Z"}})")
                                   .object();
     PFDecoder decoder;
-    const auto freelancer = std::dynamic_pointer_cast<Freelancer>(decoder.decodeObject(QStringLiteral("Freelancer"), reply));
+    const auto freelancer =
+        std::dynamic_pointer_cast<Freelancer>(decoder.decodeObject(QStringLiteral("Freelancer"), reply));
     QVERIFY(!decoder.error());
     QVERIFY(freelancer);
     QVERIFY(freelancer->user());

@@ -52,8 +52,9 @@ void CannedHttpServer::serve(QTcpSocket *socket)
     request.body = buffer.mid(end + 4, length);
     socket->setProperty("buffer", QByteArray());
     m_requests.append(request);
-    const QByteArray reply = m_replies.isEmpty() ? QByteArray("HTTP/1.1 599 No canned reply\r\nContent-Length: 0\r\n\r\n")
-                                                 : m_replies.takeFirst();
+    const QByteArray reply = m_replies.isEmpty()
+                                 ? QByteArray("HTTP/1.1 599 No canned reply\r\nContent-Length: 0\r\n\r\n")
+                                 : m_replies.takeFirst();
     socket->write(reply);
     socket->disconnectFromHost();
 }

@@ -12,7 +12,7 @@ class CannedHttpServer : public QTcpServer {
 public:
     struct Request {
         QByteArray method;
-        QByteArray target; // path and query
+        QByteArray target;                    // path and query
         QMap<QByteArray, QByteArray> headers; // lower-case names
         QByteArray body;
     };

@@ -66,11 +66,11 @@ QList<PFObjectPtr> ClientFixture::find(const PFQuery &query, int *errorCode)
     QList<PFObjectPtr> found;
     waitFor(
         [&](auto finish) {
-            query.findObjectsInBackgroundWithBlock([&found, finish](const QList<PFObjectPtr> &objects,
-                                                                    const PFError *e) {
-                found = objects;
-                finish(e);
-            });
+            query.findObjectsInBackgroundWithBlock(
+                [&found, finish](const QList<PFObjectPtr> &objects, const PFError *e) {
+                    found = objects;
+                    finish(e);
+                });
         },
         errorCode);
     return found;
@@ -81,11 +81,11 @@ PFUserPtr ClientFixture::logIn(const QString &username, const QString &password,
     PFUserPtr user;
     waitFor(
         [&](auto finish) {
-            PFUser::logInWithUsernameInBackground(username, password, [&user, finish](const PFUserPtr &u,
-                                                                                       const PFError *e) {
-                user = u;
-                finish(e);
-            });
+            PFUser::logInWithUsernameInBackground(username, password,
+                                                  [&user, finish](const PFUserPtr &u, const PFError *e) {
+                                                      user = u;
+                                                      finish(e);
+                                                  });
         },
         errorCode);
     return user;
@@ -93,17 +93,16 @@ PFUserPtr ClientFixture::logIn(const QString &username, const QString &password,
 
 PFUserPtr ClientFixture::signUp(const QString &username)
 {
-    const QString name = username.isEmpty() ? QStringLiteral("t%1@example.test")
-                                                   .arg(QUuid::createUuid().toString(QUuid::Id128).left(12))
-                                             : username;
+    const QString name =
+        username.isEmpty() ? QStringLiteral("t%1@example.test").arg(QUuid::createUuid().toString(QUuid::Id128).left(12))
+                           : username;
     auto user = std::make_shared<PFUser>();
     user->setUsername(name);
     user->setEmail(name);
     user->setPassword(QStringLiteral("Passw0rdX"));
     user->setObject(QStringLiteral("Ana"), QStringLiteral("firstName"));
     int code = 0;
-    waitFor([&](auto finish) { user->signUpInBackgroundWithBlock([=](bool, const PFError *e) { finish(e); }); },
-            &code);
+    waitFor([&](auto finish) { user->signUpInBackgroundWithBlock([=](bool, const PFError *e) { finish(e); }); }, &code);
     if (code != 0) {
         qWarning() << "sign-up failed with code" << code;
         return nullptr;

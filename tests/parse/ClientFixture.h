@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ParseClientConfiguration.h"
 #include "PFTypes.h"
+#include "ParseClientConfiguration.h"
 
 #include <QString>
 
@@ -12,9 +12,8 @@ class PFError;
 // server), with the test's own data directory, quick retries.
 class ClientFixture {
 public:
-    [[nodiscard]] static ParseClientConfiguration configuration(const QString &dataDirectory,
-                                                                PFSecureStorage *secureStorage = nullptr,
-                                                                const QString &server = {});
+    [[nodiscard]] static ParseClientConfiguration
+    configuration(const QString &dataDirectory, PFSecureStorage *secureStorage = nullptr, const QString &server = {});
     // (Re)starts the client, as a program start would.
     static void start(const ParseClientConfiguration &configuration);
     static void stop();

@@ -296,9 +296,11 @@ void ParseBackendTest::fileUploadAndDownload()
     QCOMPARE(downloaded, picture);
 
     // The saved user refers to the uploaded file.
-    const auto me = TestBackend::instance().request("GET", QStringLiteral("/users/me"), {}, false, user->sessionToken());
-    QCOMPARE(me.body.object().value(QStringLiteral("profilePicture")).toObject().value(QStringLiteral("name")).toString(),
-             file->name());
+    const auto me =
+        TestBackend::instance().request("GET", QStringLiteral("/users/me"), {}, false, user->sessionToken());
+    QCOMPARE(
+        me.body.object().value(QStringLiteral("profilePicture")).toObject().value(QStringLiteral("name")).toString(),
+        file->name());
 }
 
 void ParseBackendTest::cloudFunctionsReachTheOutbox()
@@ -308,10 +310,11 @@ void ParseBackendTest::cloudFunctionsReachTheOutbox()
     QVariantMap emailParameters{{QStringLiteral("toEmail"), QStringLiteral("editor@example.test")},
                                 {QStringLiteral("subject"), subject},
                                 {QStringLiteral("body"), QStringLiteral("Hello")}};
-    QVariantMap smsParameters{{QStringLiteral("message"), subject}, {QStringLiteral("phone"), QStringLiteral("+44 20 7946 0000")}};
+    QVariantMap smsParameters{{QStringLiteral("message"), subject},
+                              {QStringLiteral("phone"), QStringLiteral("+44 20 7946 0000")}};
     int finished = 0;
-    for (const auto &[name, parameters] :
-         {std::pair{QStringLiteral("sendgridEmail"), emailParameters}, std::pair{QStringLiteral("SendSMS"), smsParameters}}) {
+    for (const auto &[name, parameters] : {std::pair{QStringLiteral("sendgridEmail"), emailParameters},
+                                           std::pair{QStringLiteral("SendSMS"), smsParameters}}) {
         PFCloud::callFunctionInBackground(name, parameters, [&finished, name](const QVariant &, const PFError *error) {
             QVERIFY2(!error, qPrintable(name + u' ' + (error ? error->localizedDescription() : QString())));
             ++finished;
@@ -349,8 +352,10 @@ void ParseBackendTest::installationIsSaved()
     int code = 0;
     QVERIFY2(ClientFixture::save(installation, &code), qPrintable(QString::number(code)));
 
-    const QString where = QString::fromUtf8(QUrl::toPercentEncoding(QStringLiteral(R"({"installationId":"%1"})").arg(id)));
-    const auto found = TestBackend::instance().request("GET", QStringLiteral("/installations?where=") + where, {}, true);
+    const QString where =
+        QString::fromUtf8(QUrl::toPercentEncoding(QStringLiteral(R"({"installationId":"%1"})").arg(id)));
+    const auto found =
+        TestBackend::instance().request("GET", QStringLiteral("/installations?where=") + where, {}, true);
     const QJsonArray results = found.body.object().value(QStringLiteral("results")).toArray();
     QCOMPARE(results.size(), 1);
     const QJsonObject stored = results.first().toObject();

@@ -38,8 +38,8 @@ QJsonObject pointer(const QString &className, const QString &objectId)
 
 QJsonArray findAsMaster(const QString &className, const QJsonObject &where)
 {
-    const QString encoded =
-        QString::fromUtf8(QUrl::toPercentEncoding(QString::fromUtf8(QJsonDocument(where).toJson(QJsonDocument::Compact))));
+    const QString encoded = QString::fromUtf8(
+        QUrl::toPercentEncoding(QString::fromUtf8(QJsonDocument(where).toJson(QJsonDocument::Compact))));
     return TestBackend::instance()
         .request("GET", QStringLiteral("/classes/%1?where=%2").arg(className, encoded), {}, true)
         .body.object()
@@ -129,15 +129,16 @@ void ParseEventuallyTest::savesMadeOfflineLandOnceInOrderAfterRestart()
     QTRY_COMPARE_WITH_TIMEOUT(pending(), 0, 30000);
     QVERIFY(!QFile::exists(journal));
 
-    const QJsonArray records = findAsMaster(QStringLiteral("Freelancer"),
-                                            {{QStringLiteral("user"), pointer(QStringLiteral("_User"), user->objectId())}});
+    const QJsonArray records = findAsMaster(
+        QStringLiteral("Freelancer"), {{QStringLiteral("user"), pointer(QStringLiteral("_User"), user->objectId())}});
     QCOMPARE(records.size(), 1);
     const QJsonObject record = records.first().toObject();
     QCOMPARE(record.value(QStringLiteral("myTown")).toString(), QStringLiteral("second"));
     QCOMPARE(record.value(QStringLiteral("myCountry")).toString(), QStringLiteral("Ruritania"));
     const QString freelancerId = record.value(QStringLiteral("objectId")).toString();
-    const QJsonArray streams = findAsMaster(
-        QStringLiteral("LiveStream"), {{QStringLiteral("freelancer"), pointer(QStringLiteral("Freelancer"), freelancerId)}});
+    const QJsonArray streams =
+        findAsMaster(QStringLiteral("LiveStream"),
+                     {{QStringLiteral("freelancer"), pointer(QStringLiteral("Freelancer"), freelancerId)}});
     QCOMPARE(streams.size(), 1);
     QCOMPARE(streams.first()[QStringLiteral("title")].toString(), QStringLiteral("Live from the square"));
 }
@@ -152,13 +153,13 @@ void ParseEventuallyTest::saveAppliedBeforeItsReplyWasLostIsNotRepeated()
     freelancer->setObject(QStringLiteral("once"), QStringLiteral("myTown"));
     freelancer->saveEventually();
     QTRY_VERIFY(QFile::exists(Parse::core()->dataStore().pathOf(PFEventuallyQueue::fileName())));
-    const QJsonObject entry = QJsonDocument::fromJson(
-                                  Parse::core()->dataStore().read(PFEventuallyQueue::fileName()).value_or(QByteArray()))
-                                  .object()
-                                  .value(QStringLiteral("entries"))
-                                  .toArray()
-                                  .first()
-                                  .toObject();
+    const QJsonObject entry =
+        QJsonDocument::fromJson(Parse::core()->dataStore().read(PFEventuallyQueue::fileName()).value_or(QByteArray()))
+            .object()
+            .value(QStringLiteral("entries"))
+            .toArray()
+            .first()
+            .toObject();
     ClientFixture::stop();
 
     // The server received the save and applied it, but its answer never arrived.
@@ -171,15 +172,16 @@ void ParseEventuallyTest::saveAppliedBeforeItsReplyWasLostIsNotRepeated()
     request.setRawHeader("X-Parse-Session-Token", user->sessionToken().toUtf8());
     request.setRawHeader("X-Parse-Request-Id", entry.value(QStringLiteral("requestId")).toString().toUtf8());
     request.setHeader(QNetworkRequest::ContentTypeHeader, "application/json");
-    QNetworkReply *reply = network.post(request, QJsonDocument(entry.value(QStringLiteral("body")).toObject()).toJson());
+    QNetworkReply *reply =
+        network.post(request, QJsonDocument(entry.value(QStringLiteral("body")).toObject()).toJson());
     QTRY_VERIFY(reply->isFinished());
     QCOMPARE(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 201);
     reply->deleteLater();
 
     restart();
     QTRY_COMPARE_WITH_TIMEOUT(pending(), 0, 30000);
-    const QJsonArray records = findAsMaster(QStringLiteral("Freelancer"),
-                                            {{QStringLiteral("user"), pointer(QStringLiteral("_User"), user->objectId())}});
+    const QJsonArray records = findAsMaster(
+        QStringLiteral("Freelancer"), {{QStringLiteral("user"), pointer(QStringLiteral("_User"), user->objectId())}});
     QCOMPARE(records.size(), 1);
 }
 
@@ -200,7 +202,8 @@ void ParseEventuallyTest::queueRetriesUntilTheServerAnswers()
     QCOMPARE(pending(), 0);
     QCOMPARE(server.requests().size(), 5);
     for (const auto &request : server.requests())
-        QCOMPARE(request.headers.value("x-parse-request-id"), server.requests().first().headers.value("x-parse-request-id"));
+        QCOMPARE(request.headers.value("x-parse-request-id"),
+                 server.requests().first().headers.value("x-parse-request-id"));
 }
 
 void ParseEventuallyTest::duplicateRequestCountsAsApplied()
@@ -211,12 +214,15 @@ void ParseEventuallyTest::duplicateRequestCountsAsApplied()
     server.enqueue(400, R"({"code":142,"error":"refused by a trigger"})");
     QList<std::pair<bool, int>> outcomes;
     for (int i = 0; i < 2; ++i) {
-        auto message = PFObject::objectWithoutDataWithClassName(QStringLiteral("Message"), QStringLiteral("m%1").arg(i));
+        auto message =
+            PFObject::objectWithoutDataWithClassName(QStringLiteral("Message"), QStringLiteral("m%1").arg(i));
         message->setObject(true, QStringLiteral("hasBeenRead"));
-        message->saveEventually([&](bool ok, const PFError *error) { outcomes.append({ok, error ? error->code() : 0}); });
+        message->saveEventually([&](bool ok, const PFError *error) {
+            outcomes.append({ok, error ? error->code() : 0});
+        });
     }
     QTRY_COMPARE(outcomes.size(), 2);
-    QCOMPARE(outcomes.at(0), std::pair(true, 0)); // applied before: nothing left to do
+    QCOMPARE(outcomes.at(0), std::pair(true, 0));    // applied before: nothing left to do
     QCOMPARE(outcomes.at(1), std::pair(false, 142)); // refused: dropped, not retried forever
     QCOMPARE(pending(), 0);
     QCOMPARE(server.requests().size(), 2);

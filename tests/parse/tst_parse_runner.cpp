@@ -236,7 +236,9 @@ void ParseRunnerTest::completionNeverRunsInsideTheCall()
     QTRY_VERIFY(called);
     Parse::setCore(nullptr);
     called = false;
-    PFObject::objectWithClassName(QStringLiteral("Story"))->saveInBackgroundWithBlock([&](bool, auto) { called = true; });
+    PFObject::objectWithClassName(QStringLiteral("Story"))->saveInBackgroundWithBlock([&](bool, auto) {
+        called = true;
+    });
     QVERIFY(!called);
     QTRY_VERIFY(called);
 }
@@ -249,10 +251,9 @@ void ParseRunnerTest::secretsNeverReachTheLog()
     m_server->enqueue(200, R"({"objectId":"u1","username":"ana","sessionToken":"r:TOKEN-1"})");
     m_server->enqueue(200, R"({"updatedAt":"2026-01-01T00:00:00.000Z"})");
     int code = -1;
-    PFUser::logInWithUsernameInBackground(QStringLiteral("ana"), QStringLiteral("PASSWORD-1"),
-                                          [&](const PFUserPtr &, const PFError *error) {
-                                              code = error ? error->code() : 0;
-                                          });
+    PFUser::logInWithUsernameInBackground(
+        QStringLiteral("ana"), QStringLiteral("PASSWORD-1"),
+        [&](const PFUserPtr &, const PFError *error) { code = error ? error->code() : 0; });
     QTRY_COMPARE(code, 0);
     PFUserPtr user = PFUser::currentUser();
     user->setPassword(QStringLiteral("PASSWORD-2"));

@@ -68,8 +68,7 @@ void ParseValuesTest::roundTrip_data()
     QTest::newRow("null") << QVariant::fromValue(nullptr) << QByteArray("null");
     QTest::newRow("list of dates") << QVariant(QVariantList{date, QStringLiteral("x"), 1.0})
                                    << QByteArray(R"([{"__type":"Date","iso":"2026-03-04T05:06:07.089Z"},"x",1])");
-    QTest::newRow("map") << QVariant(QVariantMap{{QStringLiteral("a"), QVariantList{}}})
-                         << QByteArray(R"({"a":[]})");
+    QTest::newRow("map") << QVariant(QVariantMap{{QStringLiteral("a"), QVariantList{}}}) << QByteArray(R"({"a":[]})");
 }
 
 void ParseValuesTest::roundTrip()
@@ -191,10 +190,14 @@ void ParseValuesTest::endpointKeepsServerPath_data()
 {
     QTest::addColumn<QString>("server");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("bare origin") << "http://127.0.0.1:1337" << "http://127.0.0.1:1337/classes/Message";
-    QTest::newRow("origin with slash") << "https://api.example.org/" << "https://api.example.org/classes/Message";
-    QTest::newRow("with path") << "https://example.org/parse" << "https://example.org/parse/classes/Message";
-    QTest::newRow("with path and slash") << "https://example.org/parse/" << "https://example.org/parse/classes/Message";
+    QTest::newRow("bare origin") << "http://127.0.0.1:1337"
+                                 << "http://127.0.0.1:1337/classes/Message";
+    QTest::newRow("origin with slash") << "https://api.example.org/"
+                                       << "https://api.example.org/classes/Message";
+    QTest::newRow("with path") << "https://example.org/parse"
+                               << "https://example.org/parse/classes/Message";
+    QTest::newRow("with path and slash") << "https://example.org/parse/"
+                                         << "https://example.org/parse/classes/Message";
 }
 
 void ParseValuesTest::endpointKeepsServerPath()
@@ -245,7 +248,8 @@ void ParseValuesTest::genericInitialiserOfRegisteredSubclassStopsProgram()
     environment.insert(QStringLiteral("VANTREL_CHILD_GENERIC_INIT"), QStringLiteral("1"));
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::MergedChannels);
-    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("genericInitialiserOfRegisteredSubclassStopsProgram")});
+    child.start(QCoreApplication::applicationFilePath(),
+                {QStringLiteral("genericInitialiserOfRegisteredSubclassStopsProgram")});
     QVERIFY(child.waitForFinished(30000));
     QVERIFY(child.exitStatus() == QProcess::CrashExit || child.exitCode() != 0);
     QVERIFY2(child.readAll().contains("registered subclass"), "the child stopped for another reason");
