@@ -5,6 +5,7 @@
 #include "ControllerListModel.h"
 #include "NavigationController.h"
 #include "NavigationItem.h"
+#include "PickerSheet.h"
 #include "Storyboard.h"
 #include "Switch.h"
 #include "TextField.h"
@@ -451,6 +452,65 @@ private Q_SLOTS:
         screen->removeFromParentViewController();
         QVERIFY(!screen->revealViewController());
         delete screen;
+    }
+
+    void pickerSheetHandsOverTheChosenRowAfterClosing_data()
+    {
+        QTest::addColumn<int>("initial");
+        QTest::addColumn<int>("choose"); // -2: cancel
+        QTest::addColumn<QString>("outcome");
+
+        QTest::newRow("done with the initial row") << 1 << -1 << "done 1 Print";
+        QTest::newRow("done after turning the wheel") << 0 << 3 << "done 3 Citizen Journalist";
+        QTest::newRow("initial selection past the end is clamped") << 9 << -1 << "done 3 Citizen Journalist";
+        QTest::newRow("turning past the start is clamped") << 2 << -5 << "done 0 Broadcast";
+        QTest::newRow("cancel") << 1 << -2 << "cancelled";
+    }
+
+    void pickerSheetHandsOverTheChosenRowAfterClosing()
+    {
+        QFETCH(int, initial);
+        QFETCH(int, choose);
+        QFETCH(QString, outcome);
+
+        RecordingController *root = showRoot();
+        QString result;
+        bool closedFirst = false;
+        ui::PickerSheet *sheet = ui::PickerSheet::showPickerWithTitle(
+            "Role", {"Broadcast", "Print", "Multi-Skilled", "Citizen Journalist"}, initial,
+            [&](ui::PickerSheet *, int index, const QString &value) {
+                result = QStringLiteral("done %1 %2").arg(index).arg(value);
+                closedFirst = !root->presentedViewController();
+            },
+            [&](ui::PickerSheet *) {
+                result = QStringLiteral("cancelled");
+                closedFirst = !root->presentedViewController();
+            },
+            root);
+        QVERIFY(sheet);
+        QCOMPARE(root->presentedViewController(), sheet);
+        settle();
+        if (choose == -2) {
+            sheet->cancel();
+        } else {
+            if (choose != -1)
+                sheet->setSelectedIndex(choose);
+            sheet->done();
+            sheet->done(); // a second tap does nothing more
+        }
+        QVERIFY(result.isEmpty());
+        settle();
+        QCOMPARE(result, outcome);
+        QVERIFY(closedFirst);
+    }
+
+    void pickerSheetIsRefusedUnderAnAlert()
+    {
+        RecordingController *root = showRoot();
+        root->presentViewController(new ui::AlertController("Info", "", ui::AlertController::Style::Alert), false);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("which is already presenting"));
+        QVERIFY(!ui::PickerSheet::showPickerWithTitle("Role", {"Print"}, 0, {}, {}, root));
+        root->dismissViewControllerAnimated(false);
     }
 
     void controllerListChangesOnlyItsTail()

@@ -1,6 +1,7 @@
 #include "ActivityIndicatorView.h"
 #include "AlertController.h"
 #include "NavigationController.h"
+#include "PickerSheet.h"
 #include "Storyboard.h"
 #include "Theme.h"
 #include "Button.h"
@@ -121,7 +122,7 @@ private Q_SLOTS:
         for (const char *file : {"AlertView", "AppWindow", "ControllerView", "EmbeddedView", "KeyboardToolbar",
                                  "NavigationView", "OutletActivityIndicator", "OutletBarButton", "OutletButton",
                                  "OutletImage", "OutletLabel", "OutletSwitch", "OutletTableView", "OutletTextField",
-                                 "OutletTextView", "TableCell", "TableSectionHeader"})
+                                 "OutletTextView", "PickerSheetView", "TableCell", "TableSectionHeader"})
             QTest::newRow(file) << QString::fromLatin1(file);
     }
 
@@ -246,6 +247,28 @@ private Q_SLOTS:
         QTRY_COMPARE(navigation->topViewController(), first);
         QTRY_VERIFY(!second);
         QTRY_VERIFY(!back->isVisible());
+    }
+
+    void pickerSheetTakesKeys()
+    {
+        ui::Window window;
+        auto *screen = new LoginTestController;
+        window.setRootViewController(screen);
+        window.makeKeyAndVisible();
+        QQuickWindow *quick = window.quickWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(quick));
+
+        QString chosen;
+        QVERIFY(ui::PickerSheet::showPickerWithTitle(
+            "Language", {"English", "French", "German"}, 0,
+            [&chosen](ui::PickerSheet *, int, const QString &value) { chosen = value; }, {}, screen));
+        QTRY_VERIFY(find(quick, "pickerWheel"));
+        QTest::keyClick(quick, Qt::Key_Down);
+        QTest::keyClick(quick, Qt::Key_Down);
+        QTRY_COMPARE(find(quick, "pickerWheel")->property("currentIndex").toInt(), 2);
+        QTest::keyClick(quick, Qt::Key_Return);
+        QTRY_COMPARE(chosen, QStringLiteral("German"));
+        QTRY_VERIFY(!find(quick, "pickerSheet"));
     }
 
     void embeddedScreenIsDrawnInItsSlot()
