@@ -72,6 +72,9 @@ void PFObjectController::sendChanges(const PFObjectPtr &object, const QString &s
     m_runner.runCommand(command, [object, block, hook](const ParseCommandResult &result) {
         PFObjectState &saved = object->mutableState();
         std::optional<PFError> error = result.error;
+        // A retried update the server had applied already (its first answer was lost).
+        if (error && error->code() == PFError::DuplicateRequest && !saved.objectId.isEmpty())
+            error.reset();
         if (!error) {
             PFObjectState merged = saved;
             PFDecoder decoder;

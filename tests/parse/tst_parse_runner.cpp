@@ -38,6 +38,7 @@ private Q_SLOTS:
     void badLogInRepliesBecomeErrors_data();
     void badLogInRepliesBecomeErrors();
     void writeIsRetriedWithTheSameRequestId();
+    void retriedUpdateAppliedBeforeCountsAsSaved();
     void requestsCarryTheParseHeaders();
     void unreachableServerGivesConnectionError();
     void completionNeverRunsInsideTheCall();
@@ -177,6 +178,30 @@ void ParseRunnerTest::writeIsRetriedWithTheSameRequestId()
         QCOMPARE(request.headers.value("x-parse-request-id"), requestId);
         QCOMPARE(request.body, QByteArray(R"({"title":"Flood"})"));
     }
+}
+
+void ParseRunnerTest::retriedUpdateAppliedBeforeCountsAsSaved()
+{
+    startClient(m_server->origin(), 1);
+    m_server->enqueue(502, "<html>gateway</html>", "text/html"); // applied, but the answer was lost
+    m_server->enqueue(400, R"({"code":159,"error":"Duplicate request"})");
+    m_server->enqueue(400, R"({"code":159,"error":"Duplicate request"})");
+    auto story = PFObject::objectWithoutDataWithClassName(QStringLiteral("Story"), QStringLiteral("s9"));
+    story->setObject(QStringLiteral("Update"), QStringLiteral("title"));
+    std::optional<bool> saved;
+    story->saveInBackgroundWithBlock([&](bool ok, const PFError *) { saved = ok; });
+    QTRY_VERIFY(saved.has_value());
+    QVERIFY(*saved);
+    QVERIFY(!story->isDirty());
+
+    // A create cannot count as saved: its new id never arrived.
+    auto fresh = PFObject::objectWithClassName(QStringLiteral("Story"));
+    fresh->setObject(QStringLiteral("New"), QStringLiteral("title"));
+    saved.reset();
+    fresh->saveInBackgroundWithBlock([&](bool ok, const PFError *) { saved = ok; });
+    QTRY_VERIFY(saved.has_value());
+    QVERIFY(!*saved);
+    QVERIFY(fresh->isDirtyForKey(QStringLiteral("title")));
 }
 
 void ParseRunnerTest::requestsCarryTheParseHeaders()
