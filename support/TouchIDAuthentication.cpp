@@ -1,0 +1,3 @@
+#include "TouchIDAuthentication.h"
+
+TouchIDAuthentication::TouchIDAuthentication() = default;
