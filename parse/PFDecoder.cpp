@@ -7,8 +7,51 @@
 #include <QCoreApplication>
 #include <QJsonArray>
 
+namespace {
+
+// Days from 1970-01-01 to the given day of the proleptic Gregorian calendar.
+qint64 daysFromCivil(int year, int month, int day)
+{
+    year -= month <= 2;
+    const int era = (year >= 0 ? year : year - 399) / 400;
+    const int yearOfEra = year - era * 400;
+    const int dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+    const int dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return qint64(era) * 146097 + dayOfEra - 719468;
+}
+
+// The server writes every date as "YYYY-MM-DDTHH:MM:SS.mmmZ". Reading that shape by hand is
+// many times faster than the general ISO parser, and replies carry several dates per row.
+std::optional<QDateTime> decodeServerDate(const QString &iso)
+{
+    if (iso.size() != 24 || iso.at(4) != u'-' || iso.at(7) != u'-' || iso.at(10) != u'T' || iso.at(13) != u':' ||
+        iso.at(16) != u':' || iso.at(19) != u'.' || iso.at(23) != u'Z')
+        return std::nullopt;
+    auto number = [&](int from, int length) {
+        int value = 0;
+        for (int i = from; i < from + length; ++i) {
+            const char16_t c = iso.at(i).unicode();
+            if (c < u'0' || c > u'9')
+                return -1;
+            value = value * 10 + (c - u'0');
+        }
+        return value;
+    };
+    const int year = number(0, 4), month = number(5, 2), day = number(8, 2);
+    const int hour = number(11, 2), minute = number(14, 2), second = number(17, 2), millis = number(20, 3);
+    if (year < 0 || month < 1 || month > 12 || day < 1 || hour < 0 || hour > 23 || minute < 0 || minute > 59 ||
+        second < 0 || second > 59 || millis < 0 || day > QDate(year, month, 1).daysInMonth())
+        return std::nullopt;
+    const qint64 ms = ((daysFromCivil(year, month, day) * 24 + hour) * 60 + minute) * 60000LL + second * 1000LL + millis;
+    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC);
+}
+
+} // namespace
+
 QDateTime PFDecoder::decodeDate(const QString &iso)
 {
+    if (const std::optional<QDateTime> fast = decodeServerDate(iso))
+        return *fast;
     QDateTime date = QDateTime::fromString(iso, Qt::ISODateWithMs);
     return date.isValid() ? date.toUTC() : QDateTime();
 }
@@ -20,43 +63,74 @@ void PFDecoder::malformed(const QString &what)
                           QCoreApplication::translate("PFError", "The server sent a malformed %1.").arg(what));
 }
 
+namespace {
+
+bool isNumber(const QVariant &v)
+{
+    const int type = v.typeId();
+    return type == QMetaType::Double || type == QMetaType::LongLong || type == QMetaType::Int ||
+           type == QMetaType::ULongLong || type == QMetaType::UInt;
+}
+
+bool isString(const QVariant &v)
+{
+    return v.typeId() == QMetaType::QString;
+}
+
+} // namespace
+
 QVariant PFDecoder::decode(const QJsonValue &value)
 {
-    switch (value.type()) {
-    case QJsonValue::Null:
-        return QVariant::fromValue(nullptr);
-    case QJsonValue::Bool:
-        return value.toBool();
-    case QJsonValue::Double:
-        return value.toDouble();
-    case QJsonValue::String:
-        return value.toString();
-    case QJsonValue::Array: {
+    return decodeVariant(value.toVariant());
+}
+
+PFObjectPtr PFDecoder::decodeObject(const QString &className, const QJsonObject &json)
+{
+    return decodeObject(className, json.toVariantMap());
+}
+
+void PFDecoder::mergeInto(PFObjectState &state, const QJsonObject &json)
+{
+    mergeInto(state, json.toVariantMap());
+}
+
+QVariant PFDecoder::decodeVariant(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QVariantList: {
         QVariantList list;
-        for (const QJsonValue &item : value.toArray())
-            list.append(decode(item));
+        const QVariantList items = value.toList();
+        list.reserve(items.size());
+        for (const QVariant &item : items)
+            list.append(decodeVariant(item));
         return list;
     }
-    case QJsonValue::Object: {
-        const QJsonObject object = value.toObject();
-        const QJsonValue type = object.value(QLatin1String("__type"));
-        if (type.isString())
+    case QMetaType::QVariantMap: {
+        const QVariantMap object = value.toMap();
+        const QVariant type = object.value(QStringLiteral("__type"));
+        if (isString(type))
             return decodeTyped(type.toString(), object);
         QVariantMap map;
         for (auto it = object.constBegin(); it != object.constEnd(); ++it)
-            map.insert(it.key(), decode(it.value()));
+            map.insert(it.key(), decodeVariant(it.value()));
         return map;
     }
-    case QJsonValue::Undefined:
-        break;
+    case QMetaType::Nullptr:
+    case QMetaType::Bool:
+    case QMetaType::Double:
+    case QMetaType::QString:
+        return value;
+    default:
+        // Whole numbers arrive as integers from QJsonValue; records hold every number as double.
+        return isNumber(value) ? QVariant(value.toDouble()) : QVariant();
     }
-    return {};
 }
 
-QVariant PFDecoder::decodeTyped(const QString &type, const QJsonObject &json)
+QVariant PFDecoder::decodeTyped(const QString &type, const QVariantMap &json)
 {
     if (type == QLatin1String("Date")) {
-        const QDateTime date = decodeDate(json.value(QLatin1String("iso")).toString());
+        const QVariant iso = json.value(QStringLiteral("iso"));
+        const QDateTime date = isString(iso) ? decodeDate(iso.toString()) : QDateTime();
         if (!date.isValid()) {
             malformed(QStringLiteral("date"));
             return {};
@@ -64,38 +138,46 @@ QVariant PFDecoder::decodeTyped(const QString &type, const QJsonObject &json)
         return date;
     }
     if (type == QLatin1String("GeoPoint")) {
-        const QJsonValue latitude = json.value(QLatin1String("latitude"));
-        const QJsonValue longitude = json.value(QLatin1String("longitude"));
-        if (!latitude.isDouble() || !longitude.isDouble()) {
+        const QVariant latitude = json.value(QStringLiteral("latitude"));
+        const QVariant longitude = json.value(QStringLiteral("longitude"));
+        if (!isNumber(latitude) || !isNumber(longitude)) {
             malformed(QStringLiteral("geo point"));
             return {};
         }
         return QVariant::fromValue(PFGeoPoint::geoPointWithLatitude(latitude.toDouble(), longitude.toDouble()));
     }
     if (type == QLatin1String("File")) {
-        const QJsonValue name = json.value(QLatin1String("name"));
-        if (!name.isString()) {
+        const QVariant name = json.value(QStringLiteral("name"));
+        if (!isString(name)) {
             malformed(QStringLiteral("file"));
             return {};
         }
+        const QVariant url = json.value(QStringLiteral("url"));
         return QVariant::fromValue(
-            PFFileObject::fileObjectWithName(name.toString(), QUrl(json.value(QLatin1String("url")).toString())));
+            PFFileObject::fileObjectWithName(name.toString(), QUrl(isString(url) ? url.toString() : QString())));
     }
     if (type == QLatin1String("Pointer") || type == QLatin1String("Object")) {
-        const QJsonValue className = json.value(QLatin1String("className"));
-        const QJsonValue objectId = json.value(QLatin1String("objectId"));
-        if (!className.isString() || className.toString().isEmpty() || !objectId.isString()) {
+        const QVariant className = json.value(QStringLiteral("className"));
+        const QVariant objectId = json.value(QStringLiteral("objectId"));
+        if (!isString(className) || className.toString().isEmpty() || !isString(objectId)) {
             malformed(QStringLiteral("pointer"));
             return {};
         }
         if (type == QLatin1String("Pointer"))
-            return QVariant::fromValue(
-                PFObject::objectWithoutDataWithClassName(className.toString(), objectId.toString()));
-        return QVariant::fromValue(decodeObject(className.toString(), json));
+            return QVariant::fromValue(PFObject::objectWithoutDataWithClassName(className.toString(),
+                                                                                objectId.toString()));
+        // One reply describes a record the same way wherever it is included (the sender of many
+        // messages, say): all those places share one object.
+        const QString identity = className.toString() + u'/' + objectId.toString();
+        if (const PFObjectPtr known = m_included.value(identity))
+            return QVariant::fromValue(known);
+        PFObjectPtr included = decodeObject(className.toString(), json);
+        m_included.insert(identity, included);
+        return QVariant::fromValue(included);
     }
     if (type == QLatin1String("Bytes")) {
-        const QJsonValue base64 = json.value(QLatin1String("base64"));
-        if (!base64.isString()) {
+        const QVariant base64 = json.value(QStringLiteral("base64"));
+        if (!isString(base64)) {
             malformed(QStringLiteral("byte value"));
             return {};
         }
@@ -104,11 +186,11 @@ QVariant PFDecoder::decodeTyped(const QString &type, const QJsonObject &json)
     // Relations and other types this client does not use are kept as plain maps.
     QVariantMap map;
     for (auto it = json.constBegin(); it != json.constEnd(); ++it)
-        map.insert(it.key(), decode(it.value()));
+        map.insert(it.key(), decodeVariant(it.value()));
     return map;
 }
 
-PFObjectPtr PFDecoder::decodeObject(const QString &className, const QJsonObject &json)
+PFObjectPtr PFDecoder::decodeObject(const QString &className, const QVariantMap &json)
 {
     PFObjectPtr object = PFSubclassRegistry::shared().make(className);
     mergeInto(object->mutableState(), json);
@@ -117,18 +199,20 @@ PFObjectPtr PFDecoder::decodeObject(const QString &className, const QJsonObject 
     return object;
 }
 
-void PFDecoder::mergeInto(PFObjectState &state, const QJsonObject &json)
+void PFDecoder::mergeInto(PFObjectState &state, const QVariantMap &json)
 {
     for (auto it = json.constBegin(); it != json.constEnd(); ++it) {
         const QString &key = it.key();
-        const QJsonValue &value = it.value();
+        const QVariant &value = it.value();
         if (key == QLatin1String("objectId")) {
-            if (!value.isString())
+            if (!isString(value))
                 malformed(QStringLiteral("record id"));
             else
                 state.objectId = value.toString();
         } else if (key == QLatin1String("createdAt") || key == QLatin1String("updatedAt")) {
-            const QDateTime date = value.isObject() ? decode(value).toDateTime() : decodeDate(value.toString());
+            const QDateTime date = value.typeId() == QMetaType::QVariantMap ? decodeVariant(value).toDateTime()
+                                   : isString(value)                         ? decodeDate(value.toString())
+                                                                             : QDateTime();
             if (!date.isValid())
                 malformed(QStringLiteral("record date"));
             else
@@ -137,7 +221,7 @@ void PFDecoder::mergeInto(PFObjectState &state, const QJsonObject &json)
                    key == QLatin1String("sessionToken") || key == QLatin1String("password")) {
             // Standard fields of the reply itself; the session token is the user's business.
         } else {
-            state.serverData.insert(key, decode(value));
+            state.serverData.insert(key, decodeVariant(value));
         }
     }
     state.dataAvailable = true;

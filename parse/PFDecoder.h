@@ -4,6 +4,7 @@
 #include "PFObjectState.h"
 #include "PFTypes.h"
 
+#include <QHash>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <optional>
@@ -14,16 +15,21 @@
 class PFDecoder {
 public:
     [[nodiscard]] QVariant decode(const QJsonValue &value);
+    // The same for a value read by PFJsonReader.
+    [[nodiscard]] QVariant decodeVariant(const QVariant &value);
     // A full record of the class from a reply (a query result, a login, an included pointer).
     [[nodiscard]] PFObjectPtr decodeObject(const QString &className, const QJsonObject &json);
+    [[nodiscard]] PFObjectPtr decodeObject(const QString &className, const QVariantMap &json);
     // Takes a reply's standard keys and other values into an existing record's server data.
     void mergeInto(PFObjectState &state, const QJsonObject &json);
+    void mergeInto(PFObjectState &state, const QVariantMap &json);
 
     [[nodiscard]] const std::optional<PFError> &error() const { return m_error; }
     [[nodiscard]] static QDateTime decodeDate(const QString &iso);
 
 private:
     void malformed(const QString &what);
-    [[nodiscard]] QVariant decodeTyped(const QString &type, const QJsonObject &json);
+    [[nodiscard]] QVariant decodeTyped(const QString &type, const QVariantMap &json);
     std::optional<PFError> m_error;
+    QHash<QString, PFObjectPtr> m_included; // records included in this reply, by class and id
 };

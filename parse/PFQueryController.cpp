@@ -1,6 +1,7 @@
 #include "PFQueryController.h"
 
 #include "PFDecoder.h"
+#include "PFJsonReader.h"
 #include "PFQuery.h"
 #include "ParseCommandRunner.h"
 
@@ -17,21 +18,27 @@ void PFQueryController::findObjects(const PFQuery &query, const QString &session
             block({}, &*result.error);
             return;
         }
-        const QJsonValue results = result.json.value(QLatin1String("results"));
-        if (!results.isArray()) {
+        // Query replies can be large: they are read straight into records, without a JSON
+        // document in between.
+        PFJsonReader reader;
+        const QVariant reply = reader.read(result.data);
+        const QVariant results = reply.toMap().value(QStringLiteral("results"));
+        if (reply.typeId() != QMetaType::QVariantMap || results.typeId() != QMetaType::QVariantList) {
             const PFError error = PFError::unreadableReply(result.httpStatus);
             block({}, &error);
             return;
         }
         PFDecoder decoder;
         QList<PFObjectPtr> objects;
-        for (const QJsonValue &item : results.toArray()) {
-            if (!item.isObject()) {
+        const QVariantList rows = results.toList();
+        objects.reserve(rows.size());
+        for (const QVariant &item : rows) {
+            if (item.typeId() != QMetaType::QVariantMap) {
                 const PFError error = PFError::unreadableReply(result.httpStatus);
                 block({}, &error);
                 return;
             }
-            objects.append(decoder.decodeObject(className, item.toObject()));
+            objects.append(decoder.decodeObject(className, item.toMap()));
         }
         if (decoder.error()) {
             block({}, &*decoder.error());

@@ -35,6 +35,7 @@ ParseCommand ParseCommand::findObjects(const QString &className, const QUrlQuery
 {
     ParseCommand command = json("GET", classPath(className));
     command.query = parameters;
+    command.expectsJson = false; // pages can be large: the query controller reads them into records directly
     return command;
 }
 

@@ -3,6 +3,7 @@
 #include "PFDecoder.h"
 #include "PFEncoder.h"
 #include "PFFileObject.h"
+#include "PFJsonReader.h"
 #include "PFObject.h"
 #include "PFQuery.h"
 #include "PFUser.h"
@@ -33,6 +34,10 @@ QJsonValue json(const char *text)
 class ParseValuesTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void jsonReaderAgreesWithQtOnWellFormedText_data();
+    void jsonReaderAgreesWithQtOnWellFormedText();
+    void jsonReaderRefusesMalformedText_data();
+    void jsonReaderRefusesMalformedText();
     void initTestCase();
     void roundTrip_data();
     void roundTrip();
@@ -270,6 +275,64 @@ void ParseValuesTest::dataStoreFilesAreUserOnly()
     QVERIFY(!store.read(QStringLiteral("absent")));
     QVERIFY(store.remove(QStringLiteral("a.json")));
     QVERIFY(!QFileInfo::exists(store.pathOf(QStringLiteral("a.json"))));
+}
+
+void ParseValuesTest::jsonReaderAgreesWithQtOnWellFormedText_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("empty object") << QByteArray("{}");
+    QTest::newRow("nested") << QByteArray(R"({"a":[1,2,{"b":null}],"c":{"d":[]},"e":true,"f":false})");
+    QTest::newRow("numbers") << QByteArray(R"([0,-0,12.5,-3e2,1E-3,123456789012,0.1])");
+    QTest::newRow("escapes") << QByteArray(R"(["a\"b\\c\/d\b\f\n\r\t","\u00e9\u20ac"])");
+    QTest::newRow("surrogate pair") << QByteArray(R"(["\ud83d\udcf7 camera"])");
+    QTest::newRow("utf-8 as is") << QByteArray("[\"S\xc3\xa3o Paulo \xe2\x82\xac\"]");
+    QTest::newRow("white space") << QByteArray(" \n\t{ \"k\" : [ 1 , 2 ] } \r\n");
+    QTest::newRow("repeated keys in rows") << QByteArray(R"({"results":[{"title":"a"},{"title":"b"}]})");
+}
+
+void ParseValuesTest::jsonReaderAgreesWithQtOnWellFormedText()
+{
+    QFETCH(QByteArray, text);
+    PFJsonReader reader;
+    const QVariant ours = reader.read(text);
+    QVERIFY2(ours.isValid(), qPrintable(reader.error()));
+    QJsonParseError error{};
+    const QJsonDocument qt = QJsonDocument::fromJson(text, &error);
+    QCOMPARE(error.error, QJsonParseError::NoError);
+    const QVariant theirs = qt.isArray() ? QVariant(qt.array().toVariantList()) : QVariant(qt.object().toVariantMap());
+    // Compare as JSON text, so number types (double here, integers there) do not matter.
+    QCOMPARE(QJsonDocument::fromVariant(ours).toJson(QJsonDocument::Compact),
+             QJsonDocument::fromVariant(theirs).toJson(QJsonDocument::Compact));
+}
+
+void ParseValuesTest::jsonReaderRefusesMalformedText_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("truncated object") << QByteArray(R"({"results":[{"title":"a")");
+    QTest::newRow("truncated string") << QByteArray(R"(["abc)");
+    QTest::newRow("html error page") << QByteArray("<html><body>502 Bad Gateway</body></html>");
+    QTest::newRow("trailing comma") << QByteArray("[1,2,]");
+    QTest::newRow("leading zero") << QByteArray("[01]");
+    QTest::newRow("bare dot") << QByteArray("[1.]");
+    QTest::newRow("single quotes") << QByteArray("{'a':1}");
+    QTest::newRow("unquoted key") << QByteArray("{a:1}");
+    QTest::newRow("raw control character") << QByteArray("[\"a\nb\"]");
+    QTest::newRow("bad escape") << QByteArray(R"(["\x41"])");
+    QTest::newRow("lone low surrogate") << QByteArray(R"(["\udc00"])");
+    QTest::newRow("unpaired high surrogate") << QByteArray(R"(["\ud83d!"])");
+    QTest::newRow("text after the value") << QByteArray("{} {}");
+    QTest::newRow("misspelt literal") << QByteArray("[tru]");
+    QTest::newRow("too deep") << QByteArray(100000, '[');
+    QTest::newRow("number too large") << QByteArray("[1e999]");
+}
+
+void ParseValuesTest::jsonReaderRefusesMalformedText()
+{
+    QFETCH(QByteArray, text);
+    PFJsonReader reader;
+    QVERIFY(!reader.read(text).isValid());
+    QVERIFY(!reader.error().isEmpty());
 }
 
 QTEST_MAIN(ParseValuesTest)
