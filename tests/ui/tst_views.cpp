@@ -163,6 +163,8 @@ private Q_SLOTS:
         QTRY_VERIFY(toolbar->isVisible());
         QQuickItem *done = find(quick, "doneButton");
         QVERIFY(done);
+        // Laid out inside the window before it is clicked.
+        QTRY_VERIFY(done->width() > 0 && done->mapToScene(QPointF(done->width(), 0)).x() <= quick->width());
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(done));
         QTRY_VERIFY(!screen->passwordTextField()->isFirstResponder());
         QTRY_VERIFY(!toolbar->isVisible());
