@@ -1,0 +1,801 @@
+#include "RevealViewController.h"
+
+#include "RevealContextTransitionObject.h"
+#include "RevealDefaultAnimationController.h"
+#include "RevealDeployment.h"
+#include "RevealFrontAnimator.h"
+#include "RevealLayer.h"
+#include "RevealViewControllerDelegate.h"
+#include "ShellLogging.h"
+
+#include "ui/BarButtonItem.h"
+#include "ui/View.h"
+
+#include <QTimer>
+
+namespace {
+
+const QString kRearSlot = QStringLiteral("rear");
+const QString kFrontSlot = QStringLiteral("front");
+const QString kRightSlot = QStringLiteral("right");
+
+enum PanPhase { PanBegan, PanMoved, PanEnded };
+
+} // namespace
+
+RevealViewController::RevealViewController(QObject *parent)
+    : ui::ViewController(parent)
+    , m_rearLayer(new RevealLayer(kRearSlot, this))
+    , m_frontLayer(new RevealLayer(kFrontSlot, this))
+    , m_rightLayer(new RevealLayer(kRightSlot, this))
+    , m_animator(new RevealFrontAnimator(this))
+{
+    initDefaultProperties();
+}
+
+RevealViewController::RevealViewController(ui::ViewController *rearViewController,
+                                           ui::ViewController *frontViewController, QObject *parent)
+    : RevealViewController(parent)
+{
+    performTransitionOperation(RevealOperation::ReplaceRearController, rearViewController, false);
+    performTransitionOperation(RevealOperation::ReplaceFrontController, frontViewController, false);
+}
+
+RevealViewController::~RevealViewController()
+{
+    m_animator->stop();
+}
+
+void RevealViewController::initDefaultProperties()
+{
+    m_settings = RevealSettings{};
+    m_frontViewPosition = m_rearViewPosition = m_rightViewPosition = FrontCentred;
+    m_userInteractionStore = true;
+    setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/qml/RevealContainerView.qml")));
+}
+
+RevealViewController *RevealViewController::viewControllerWithRestorationIdentifier(const QString &identifier)
+{
+    return identifier == kRestorationIdentifier ? new RevealViewController : nullptr;
+}
+
+bool RevealViewController::wireMenuButton(ui::ViewController *screen, ui::BarButtonItem *menuButton)
+{
+    auto *reveal = screen ? qobject_cast<RevealViewController *>(screen->revealViewController()) : nullptr;
+    if (!reveal || !menuButton)
+        return false;
+    connect(menuButton, &ui::BarButtonItem::clicked, reveal, [reveal, menuButton] { reveal->revealToggle(menuButton); });
+    return true;
+}
+
+// ---- screens ----
+
+ui::ViewController *RevealViewController::rearViewController() const
+{
+    return m_rearLayer->controller();
+}
+
+ui::ViewController *RevealViewController::frontViewController() const
+{
+    return m_frontLayer->controller();
+}
+
+ui::ViewController *RevealViewController::rightViewController() const
+{
+    return m_rightLayer->controller();
+}
+
+void RevealViewController::setRearViewController(ui::ViewController *controller, bool animated)
+{
+    if (!isReady()) {
+        performTransitionOperation(RevealOperation::ReplaceRearController, controller, false);
+        return;
+    }
+    dispatchTransitionOperation(RevealOperation::ReplaceRearController, controller, animated);
+}
+
+void RevealViewController::setFrontViewController(ui::ViewController *controller, bool animated)
+{
+    if (!isReady()) {
+        performTransitionOperation(RevealOperation::ReplaceFrontController, controller, false);
+        return;
+    }
+    dispatchTransitionOperation(RevealOperation::ReplaceFrontController, controller, animated);
+}
+
+void RevealViewController::setRightViewController(ui::ViewController *controller, bool animated)
+{
+    if (!isReady()) {
+        performTransitionOperation(RevealOperation::ReplaceRightController, controller, false);
+        return;
+    }
+    dispatchTransitionOperation(RevealOperation::ReplaceRightController, controller, animated);
+}
+
+void RevealViewController::pushFrontViewController(ui::ViewController *controller, bool animated)
+{
+    if (!isReady()) {
+        performTransitionOperation(RevealOperation::ReplaceFrontController, controller, false);
+        return;
+    }
+    dispatchPushFrontViewController(controller, animated);
+}
+
+void RevealViewController::adoptUntilInstalled(ui::ViewController *controller)
+{
+    // A screen waiting in the queue belongs to the container, so that nobody deletes it
+    // as an orphan before its turn.
+    if (controller && !controller->parent())
+        controller->setParent(this);
+}
+
+void RevealViewController::dispatchPushFrontViewController(ui::ViewController *controller, bool animated)
+{
+    adoptUntilInstalled(controller);
+    QPointer<ui::ViewController> incoming(controller);
+    if (!animated) {
+        m_queue.enqueue([this, incoming] {
+            performTransitionOperation(RevealOperation::ReplaceFrontController, incoming, false);
+        });
+        return;
+    }
+    const int aside = RevealGeometry::positionBeforePush(m_frontViewPosition);
+    const double asideDuration = geometry().durationBeforePush(m_frontViewPosition);
+    m_queue.enqueue([this, aside, asideDuration] { setFrontViewPositionWithDuration(aside, asideDuration); });
+    m_queue.enqueue([this, incoming] {
+        performTransitionOperation(RevealOperation::ReplaceFrontController, incoming, false);
+    });
+    m_queue.enqueue([this] { setFrontViewPositionWithDuration(FrontCentred, m_settings.toggleAnimationDuration); });
+}
+
+void RevealViewController::dispatchTransitionOperation(RevealOperation operation, ui::ViewController *controller,
+                                                       bool animated)
+{
+    adoptUntilInstalled(controller);
+    QPointer<ui::ViewController> incoming(controller);
+    m_queue.enqueue([this, operation, incoming, animated] {
+        performTransitionOperation(operation, incoming, animated);
+    });
+}
+
+RevealLayer *RevealViewController::layerFor(RevealOperation operation) const
+{
+    switch (operation) {
+    case RevealOperation::ReplaceRearController:
+        return m_rearLayer;
+    case RevealOperation::ReplaceRightController:
+        return m_rightLayer;
+    case RevealOperation::ReplaceFrontController:
+    case RevealOperation::None:
+        break;
+    }
+    return m_frontLayer;
+}
+
+void RevealViewController::performTransitionOperation(RevealOperation operation, ui::ViewController *controller,
+                                                      bool animated)
+{
+    // Queued operations end the running one; the direct installs before the view loads do not.
+    const bool queued = isReady();
+    RevealLayer *layer = layerFor(operation);
+    QPointer<ui::ViewController> old(layer->controller());
+    QPointer<ui::ViewController> incoming(controller);
+    if (old == incoming) {
+        if (queued)
+            m_queue.dequeue();
+        return;
+    }
+
+    if (m_delegate)
+        m_delegate->revealControllerWillAddViewController(this, controller, operation, animated);
+
+    const bool shown = isOnScreen() && layer->isDeployed();
+    if (controller)
+        addChildViewController(controller, layer->objectName());
+    layer->setController(controller);
+    if (shown) {
+        if (old)
+            old->beginAppearanceTransition(false, animated);
+        if (controller)
+            controller->beginAppearanceTransition(true, animated);
+    }
+
+    auto finish = [this, old, incoming, operation, animated, shown, queued] {
+        if (shown) {
+            if (old)
+                old->endAppearanceTransition();
+            if (incoming)
+                incoming->endAppearanceTransition();
+        }
+        if (old && old != incoming) {
+            old->removeFromParentViewController();
+            if (old->parent() == this)
+                old->deleteLater();
+        }
+        if (m_delegate)
+            m_delegate->revealControllerDidAddViewController(this, incoming, operation, animated);
+        if (queued)
+            m_queue.dequeue();
+    };
+
+    if (!animated || !queued) {
+        finish();
+        return;
+    }
+    RevealAnimatedTransitioning *transition = nullptr;
+    if (m_delegate)
+        transition = m_delegate->revealControllerAnimationControllerForOperation(this, operation, old, controller);
+    if (!transition) {
+        if (!m_defaultTransition)
+            m_defaultTransition = std::make_unique<RevealDefaultAnimationController>(
+                m_settings.replaceViewAnimationDuration);
+        transition = m_defaultTransition.get();
+    }
+    // The previous context may still be on the stack (it ended the last replacement); it is
+    // released once the new one exists.
+    auto previous = std::move(m_transitionContext);
+    m_transitionContext = std::make_unique<RevealContextTransitionObject>(
+        this, layer, old, controller, [this, finish] { QTimer::singleShot(0, this, finish); });
+    if (previous)
+        QTimer::singleShot(0, this, [context = previous.release()] { delete context; });
+    transition->animateTransition(m_transitionContext.get());
+}
+
+// ---- positions ----
+
+void RevealViewController::setFrontViewPosition(int position, bool animated)
+{
+    if (!isReady()) {
+        m_frontViewPosition = m_rearViewPosition = m_rightViewPosition = position;
+        Q_EMIT frontViewPositionChanged();
+        return;
+    }
+    dispatchSetFrontViewPosition(position, animated);
+}
+
+void RevealViewController::dispatchSetFrontViewPosition(int position, bool animated)
+{
+    const double duration = animated ? m_settings.toggleAnimationDuration : 0.0;
+    m_queue.enqueue([this, position, duration] { setFrontViewPositionWithDuration(position, duration); });
+}
+
+void RevealViewController::revealToggle(QObject *sender)
+{
+    Q_UNUSED(sender)
+    revealToggleAnimated(true);
+}
+
+void RevealViewController::revealToggleAnimated(bool animated)
+{
+    setFrontViewPosition(RevealGeometry::toggledPosition(m_frontViewPosition), animated);
+}
+
+void RevealViewController::rightRevealToggle(QObject *sender)
+{
+    Q_UNUSED(sender)
+    rightRevealToggleAnimated(true);
+}
+
+void RevealViewController::rightRevealToggleAnimated(bool animated)
+{
+    setFrontViewPosition(RevealGeometry::rightToggledPosition(m_frontViewPosition), animated);
+}
+
+void RevealViewController::setFrontViewPositionWithDuration(int position, double duration)
+{
+    const RevealDeployment rules = RevealDeployment::compute(
+        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, position, rearViewController() != nullptr,
+        rightViewController() != nullptr);
+    const int newPosition = rules.position;
+
+    const std::function<void()> rearDone = rearDeployment(newPosition);
+    const std::function<void()> rightDone = rightDeployment(newPosition);
+    const std::function<void()> frontDone = frontDeployment(newPosition);
+
+    const bool changing = m_frontViewPosition != newPosition;
+    if (changing && m_delegate)
+        m_delegate->revealControllerWillMoveToPosition(this, newPosition);
+    m_frontViewPosition = newPosition;
+    if (changing)
+        Q_EMIT frontViewPositionChanged();
+
+    if (m_delegate)
+        m_delegate->revealControllerAnimateToPosition(this, newPosition);
+
+    auto completion = [this, newPosition, rearDone, rightDone, frontDone] {
+        frontDone();
+        rearDone();
+        rightDone();
+        if (m_delegate)
+            m_delegate->revealControllerDidMoveToPosition(this, newPosition);
+        m_queue.dequeue();
+    };
+
+    const qreal target = geometry().frontLocationForPosition(newPosition);
+    if (duration > 0) {
+        const auto curve = m_settings.toggleAnimationType == 1 ? RevealFrontAnimator::Curve::EaseOut
+                                                               : RevealFrontAnimator::Curve::Spring;
+        m_animator->start(
+            m_frontLocation, target, duration, curve, m_settings.springDampingRatio,
+            [this](qreal x) { setFrontLocation(x); },
+            [this, completion] { QTimer::singleShot(0, this, completion); });
+    } else {
+        m_animator->stop();
+        setFrontLocation(target);
+        completion();
+    }
+}
+
+void RevealViewController::showLayer(RevealLayer *layer, bool appear, bool animated)
+{
+    ui::ViewController *controller = layer->controller();
+    if (controller && isOnScreen())
+        controller->beginAppearanceTransition(appear, animated);
+}
+
+std::function<void()> RevealViewController::frontDeployment(int newPosition)
+{
+    const RevealDeployment rules = RevealDeployment::compute(
+        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
+    if (rules.frontAppears) {
+        m_frontLayer->setDeployed(true);
+        showLayer(m_frontLayer, true, false);
+    } else if (rules.frontDisappears) {
+        showLayer(m_frontLayer, false, false);
+    }
+    QPointer<ui::ViewController> controller(m_frontLayer->controller());
+    const bool disappears = rules.frontDisappears;
+    const bool changes = rules.frontAppears || disappears;
+    return [this, controller, disappears, changes] {
+        if (disappears)
+            m_frontLayer->setDeployed(false);
+        if (changes && controller)
+            controller->endAppearanceTransition();
+    };
+}
+
+std::function<void()> RevealViewController::rearDeployment(int newPosition)
+{
+    const RevealDeployment rules = RevealDeployment::compute(
+        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
+    m_rearViewPosition = newPosition;
+    if (rules.rearAppears) {
+        prepareRearViewForPosition(newPosition);
+        m_rearLayer->setDeployed(true);
+        showLayer(m_rearLayer, true, false);
+    } else if (rules.rearDisappears) {
+        showLayer(m_rearLayer, false, false);
+    }
+    QPointer<ui::ViewController> controller(m_rearLayer->controller());
+    const bool disappears = rules.rearDisappears;
+    const bool changes = rules.rearAppears || disappears;
+    return [this, controller, disappears, changes] {
+        if (disappears)
+            m_rearLayer->setDeployed(false);
+        if (changes && controller)
+            controller->endAppearanceTransition();
+    };
+}
+
+std::function<void()> RevealViewController::rightDeployment(int newPosition)
+{
+    const RevealDeployment rules = RevealDeployment::compute(
+        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
+    m_rightViewPosition = newPosition;
+    if (rules.rightAppears) {
+        m_rightLayer->setDeployed(true);
+        showLayer(m_rightLayer, true, false);
+    } else if (rules.rightDisappears) {
+        showLayer(m_rightLayer, false, false);
+    }
+    QPointer<ui::ViewController> controller(m_rightLayer->controller());
+    const bool disappears = rules.rightDisappears;
+    const bool changes = rules.rightAppears || disappears;
+    return [this, controller, disappears, changes] {
+        if (disappears)
+            m_rightLayer->setDeployed(false);
+        if (changes && controller)
+            controller->endAppearanceTransition();
+    };
+}
+
+QList<ui::ViewController *> RevealViewController::childrenForAppearance() const
+{
+    QList<ui::ViewController *> shown;
+    for (RevealLayer *layer : {m_rearLayer, m_rightLayer, m_frontLayer}) {
+        if (layer->isDeployed() && layer->controller())
+            shown.append(layer->controller());
+    }
+    return shown;
+}
+
+// ---- view ----
+
+void RevealViewController::viewDidLoad()
+{
+    // The storyboard fills the container first; a segue the scene lacks is skipped.
+    for (const QString &segue : {kRearSegue, kFrontSegue, kRightSegue}) {
+        if (m_storyboardSegues.contains(segue))
+            performSegueWithIdentifier(segue, this);
+    }
+    connect(view(), &ui::View::boundsChanged, this, &RevealViewController::relayout);
+
+    const int stored = m_frontViewPosition;
+    m_frontViewPosition = m_rearViewPosition = m_rightViewPosition = kFrontViewPositionUnknown;
+    m_ready = true;
+    dispatchSetFrontViewPosition(stored, false);
+}
+
+void RevealViewController::viewDidAppear(bool animated)
+{
+    ui::ViewController::viewDidAppear(animated);
+    m_userInteractionStore = m_userInteractionEnabled;
+}
+
+qreal RevealViewController::containerWidth() const
+{
+    return isViewLoaded() ? const_cast<RevealViewController *>(this)->view()->width() : 0;
+}
+
+RevealGeometry RevealViewController::geometry() const
+{
+    return RevealGeometry(m_settings, containerWidth());
+}
+
+qreal RevealViewController::rearLayerX() const
+{
+    return geometry().rearLayerX(m_frontLocation);
+}
+
+qreal RevealViewController::rightLayerX() const
+{
+    return geometry().rightLayerX(m_frontLocation);
+}
+
+qreal RevealViewController::rearLayerWidth() const
+{
+    return geometry().rearLayerWidth();
+}
+
+qreal RevealViewController::rightLayerWidth() const
+{
+    return geometry().rightLayerWidth();
+}
+
+void RevealViewController::setFrontLocation(qreal x)
+{
+    if (qFuzzyCompare(m_frontLocation + 1, x + 1))
+        return;
+    m_frontLocation = x;
+    Q_EMIT frontLocationChanged();
+}
+
+void RevealViewController::relayout()
+{
+    if (m_ready && !m_dragging && !m_animator->isRunning() && m_frontViewPosition != kFrontViewPositionUnknown)
+        setFrontLocation(geometry().frontLocationForPosition(m_frontViewPosition));
+    Q_EMIT frontLocationChanged();
+    Q_EMIT settingsChanged();
+}
+
+void RevealViewController::setUserInteractionEnabled(bool enabled)
+{
+    if (m_userInteractionEnabled == enabled)
+        return;
+    m_userInteractionEnabled = enabled;
+    Q_EMIT userInteractionEnabledChanged();
+}
+
+void RevealViewController::disableUserInteraction()
+{
+    m_userInteractionStore = m_userInteractionEnabled;
+    setUserInteractionEnabled(false);
+}
+
+void RevealViewController::restoreUserInteraction()
+{
+    setUserInteractionEnabled(m_userInteractionStore);
+}
+
+// ---- gestures ----
+
+RevealViewControllerPanGestureRecognizer *RevealViewController::panGestureRecognizer()
+{
+    if (!m_panGestureRecognizer)
+        m_panGestureRecognizer = std::make_unique<RevealViewControllerPanGestureRecognizer>();
+    return m_panGestureRecognizer.get();
+}
+
+bool RevealViewController::panGestureShouldBegin(QPointF touchPoint, qreal translationX) const
+{
+    auto *self = const_cast<RevealViewController *>(this);
+    // A move or replacement still running keeps the front where it is.
+    if (!m_ready || !m_queue.isEmpty())
+        return false;
+    if (m_delegate && !m_delegate->revealControllerPanGestureShouldBegin(self))
+        return false;
+    const qreal border = m_settings.draggableBorderWidth;
+    if (border != 0) {
+        const qreal width = containerWidth();
+        const bool nearRear = rearViewController() && touchPoint.x() <= border;
+        const bool nearRight = rightViewController() && touchPoint.x() >= width - border;
+        if (!nearRear && !nearRight)
+            return false;
+    }
+    if (m_frontViewPosition == FrontCentred) {
+        if (translationX > 0 && !rearViewController())
+            return false;
+        if (translationX < 0 && !rightViewController())
+            return false;
+    }
+    return true;
+}
+
+bool RevealViewController::panGestureShouldRecognizeSimultaneouslyWith(QObject *other) const
+{
+    return m_delegate
+        && m_delegate->revealControllerPanGestureShouldRecognizeSimultaneouslyWith(
+            const_cast<RevealViewController *>(this), other);
+}
+
+bool RevealViewController::tapGestureShouldRecognizeSimultaneouslyWith(QObject *other) const
+{
+    return m_delegate
+        && m_delegate->revealControllerTapGestureShouldRecognizeSimultaneouslyWith(
+            const_cast<RevealViewController *>(this), other);
+}
+
+void RevealViewController::notifyPanProgress(int phase, qreal location)
+{
+    if (!m_delegate)
+        return;
+    const RevealGeometry::Progress p = geometry().progressForLocation(location);
+    switch (phase) {
+    case PanBegan:
+        m_delegate->revealControllerPanGestureBeganFromLocation(this, location, p.progress, p.overProgress);
+        break;
+    case PanMoved:
+        m_delegate->revealControllerPanGestureMovedToLocation(this, location, p.progress, p.overProgress);
+        break;
+    case PanEnded:
+        m_delegate->revealControllerPanGestureEndedToLocation(this, location, p.progress, p.overProgress);
+        break;
+    default:
+        break;
+    }
+}
+
+void RevealViewController::panGestureBegan(QPointF location)
+{
+    Q_UNUSED(location)
+    if (m_dragging)
+        return;
+    // Holds the queue for the length of the drag; the settling move releases it.
+    m_queue.enqueue([] {});
+    m_panInitialFrontPosition = m_frontViewPosition;
+    m_dragging = true;
+    Q_EMIT draggingChanged();
+    disableUserInteraction();
+    if (m_delegate)
+        m_delegate->revealControllerPanGestureBegan(this);
+    notifyPanProgress(PanBegan, m_frontLocation);
+}
+
+void RevealViewController::panGestureMoved(qreal translationX)
+{
+    if (!m_dragging)
+        return;
+    const RevealGeometry g = geometry();
+    qreal x = g.frontLocationForPosition(m_panInitialFrontPosition) + translationX;
+    if (x < 0) {
+        if (!rightViewController())
+            x = 0;
+        rightDeployment(FrontLeftShift)();
+        rearDeployment(FrontLeftShift)();
+    }
+    if (x > 0) {
+        if (!rearViewController())
+            x = 0;
+        rightDeployment(FrontRightShift)();
+        rearDeployment(FrontRightShift)();
+    }
+    setFrontLocation(g.adjustedDragLocation(x, m_frontViewPosition));
+    notifyPanProgress(PanMoved, m_frontLocation);
+}
+
+void RevealViewController::panGestureEnded(qreal velocityX)
+{
+    if (!m_dragging)
+        return;
+    const RevealGeometry::Settle settle = geometry().settleAfterDrag(m_frontLocation, velocityX);
+    m_dragging = false;
+    Q_EMIT draggingChanged();
+    restoreUserInteraction();
+    if (m_delegate)
+        m_delegate->revealControllerPanGestureEnded(this);
+    notifyPanProgress(PanEnded, m_frontLocation);
+    qCDebug(lcReveal) << "drag released at" << m_frontLocation << "moving at" << velocityX << "settles at"
+                      << settle.position << "in" << settle.duration << "s";
+    setFrontViewPositionWithDuration(settle.position, settle.duration);
+}
+
+void RevealViewController::panGestureCancelled()
+{
+    if (!m_dragging)
+        return;
+    m_dragging = false;
+    Q_EMIT draggingChanged();
+    restoreUserInteraction();
+    if (m_delegate)
+        m_delegate->revealControllerPanGestureEnded(this);
+    // Back where the drag started from; the move releases the queue.
+    setFrontViewPositionWithDuration(m_frontViewPosition, m_settings.toggleAnimationDuration);
+}
+
+bool RevealViewController::tapGestureShouldBegin() const
+{
+    if (m_frontViewPosition == FrontFarLeftRemoved || m_frontViewPosition == FrontCentred
+        || m_frontViewPosition == FrontFarRightRemoved || m_frontViewPosition == kFrontViewPositionUnknown)
+        return false;
+    return !m_delegate || m_delegate->revealControllerTapGestureShouldBegin(const_cast<RevealViewController *>(this));
+}
+
+void RevealViewController::tapGestureRecognized()
+{
+    if (!tapGestureShouldBegin())
+        return;
+    dispatchSetFrontViewPosition(FrontCentred, true);
+}
+
+// ---- settings ----
+
+template <typename T> void RevealViewController::changeSetting(T &field, const T &value)
+{
+    if (field == value)
+        return;
+    field = value;
+    relayout();
+}
+
+void RevealViewController::setRearViewRevealWidth(qreal value) { changeSetting(m_settings.rearViewRevealWidth, value); }
+void RevealViewController::setRightViewRevealWidth(qreal value) { changeSetting(m_settings.rightViewRevealWidth, value); }
+void RevealViewController::setRearViewRevealOverdraw(qreal value) { changeSetting(m_settings.rearViewRevealOverdraw, value); }
+void RevealViewController::setRightViewRevealOverdraw(qreal value) { changeSetting(m_settings.rightViewRevealOverdraw, value); }
+void RevealViewController::setRearViewRevealDisplacement(qreal value) { changeSetting(m_settings.rearViewRevealDisplacement, value); }
+void RevealViewController::setRightViewRevealDisplacement(qreal value) { changeSetting(m_settings.rightViewRevealDisplacement, value); }
+void RevealViewController::setBounceBackOnOverdraw(bool value) { changeSetting(m_settings.bounceBackOnOverdraw, value); }
+void RevealViewController::setBounceBackOnLeftOverdraw(bool value) { changeSetting(m_settings.bounceBackOnLeftOverdraw, value); }
+void RevealViewController::setStableDragOnOverdraw(bool value) { changeSetting(m_settings.stableDragOnOverdraw, value); }
+void RevealViewController::setStableDragOnLeftOverdraw(bool value) { changeSetting(m_settings.stableDragOnLeftOverdraw, value); }
+void RevealViewController::setPresentFrontViewHierarchically(bool value) { changeSetting(m_settings.presentFrontViewHierarchically, value); }
+void RevealViewController::setQuickFlickVelocity(qreal value) { changeSetting(m_settings.quickFlickVelocity, value); }
+void RevealViewController::setToggleAnimationDuration(double value) { changeSetting(m_settings.toggleAnimationDuration, value); }
+void RevealViewController::setToggleAnimationType(int value) { changeSetting(m_settings.toggleAnimationType, value); }
+void RevealViewController::setSpringDampingRatio(qreal value) { changeSetting(m_settings.springDampingRatio, value); }
+void RevealViewController::setDraggableBorderWidth(qreal value) { changeSetting(m_settings.draggableBorderWidth, value); }
+void RevealViewController::setClipsViewsToBounds(bool value) { changeSetting(m_settings.clipsViewsToBounds, value); }
+void RevealViewController::setExtendsPointInsideHit(bool value) { changeSetting(m_settings.extendsPointInsideHit, value); }
+
+void RevealViewController::setReplaceViewAnimationDuration(double value)
+{
+    changeSetting(m_settings.replaceViewAnimationDuration, value);
+    // The default fade takes the new duration from its next replacement on.
+    if (m_defaultTransition && !m_transitionContext)
+        m_defaultTransition.reset();
+}
+
+void RevealViewController::setFrontViewShadowRadius(qreal value)
+{
+    changeSetting(m_settings.frontViewShadowRadius, value);
+    Q_EMIT shadowChanged();
+}
+
+void RevealViewController::setFrontViewShadowOffset(QSizeF value)
+{
+    changeSetting(m_settings.frontViewShadowOffset, value);
+    Q_EMIT shadowChanged();
+}
+
+void RevealViewController::setFrontViewShadowOpacity(qreal value)
+{
+    changeSetting(m_settings.frontViewShadowOpacity, value);
+    Q_EMIT shadowChanged();
+}
+
+void RevealViewController::setFrontViewShadowColor(const QColor &value)
+{
+    changeSetting(m_settings.frontViewShadowColor, value);
+    Q_EMIT shadowChanged();
+}
+
+// ---- state restoration ----
+
+QVariantMap RevealViewController::encodeRestorableState() const
+{
+    const RevealSettings &s = m_settings;
+    return {
+        {QStringLiteral("_rearViewRevealWidth"), s.rearViewRevealWidth},
+        {QStringLiteral("_rearViewRevealOverdraw"), s.rearViewRevealOverdraw},
+        {QStringLiteral("_rearViewRevealDisplacement"), s.rearViewRevealDisplacement},
+        {QStringLiteral("_rightViewRevealWidth"), s.rightViewRevealWidth},
+        {QStringLiteral("_rightViewRevealOverdraw"), s.rightViewRevealOverdraw},
+        {QStringLiteral("_rightViewRevealDisplacement"), s.rightViewRevealDisplacement},
+        {QStringLiteral("_bounceBackOnOverdraw"), s.bounceBackOnOverdraw},
+        {QStringLiteral("_bounceBackOnLeftOverdraw"), s.bounceBackOnLeftOverdraw},
+        {QStringLiteral("_stableDragOnOverdraw"), s.stableDragOnOverdraw},
+        {QStringLiteral("_stableDragOnLeftOverdraw"), s.stableDragOnLeftOverdraw},
+        {QStringLiteral("_presentFrontViewHierarchically"), s.presentFrontViewHierarchically},
+        {QStringLiteral("_quickFlickVelocity"), s.quickFlickVelocity},
+        {QStringLiteral("_toggleAnimationDuration"), s.toggleAnimationDuration},
+        {QStringLiteral("_toggleAnimationType"), s.toggleAnimationType},
+        {QStringLiteral("_springDampingRatio"), s.springDampingRatio},
+        {QStringLiteral("_replaceViewAnimationDuration"), s.replaceViewAnimationDuration},
+        {QStringLiteral("_frontViewShadowRadius"), s.frontViewShadowRadius},
+        {QStringLiteral("_frontViewShadowOffset"), s.frontViewShadowOffset},
+        {QStringLiteral("_frontViewShadowOpacity"), s.frontViewShadowOpacity},
+        {QStringLiteral("_frontViewShadowColor"), s.frontViewShadowColor},
+        {QStringLiteral("_userInteractionStore"), m_userInteractionStore},
+        {QStringLiteral("_draggableBorderWidth"), s.draggableBorderWidth},
+        {QStringLiteral("_clipsViewsToBounds"), s.clipsViewsToBounds},
+        {QStringLiteral("_extendsPointInsideHit"), s.extendsPointInsideHit},
+        {QStringLiteral("_rearViewController"), QVariant::fromValue<QObject *>(rearViewController())},
+        {QStringLiteral("_frontViewController"), QVariant::fromValue<QObject *>(frontViewController())},
+        {QStringLiteral("_rightViewController"), QVariant::fromValue<QObject *>(rightViewController())},
+        {QStringLiteral("_frontViewPosition"), m_frontViewPosition},
+    };
+}
+
+void RevealViewController::decodeRestorableState(const QVariantMap &state)
+{
+    auto number = [&state](const char *key, qreal fallback) {
+        const QVariant v = state.value(QLatin1String(key));
+        bool ok = false;
+        const qreal value = v.toReal(&ok);
+        return ok ? value : fallback;
+    };
+    auto flag = [&state](const char *key, bool fallback) {
+        const QVariant v = state.value(QLatin1String(key));
+        return v.isValid() ? v.toBool() : fallback;
+    };
+    auto controller = [&state](const char *key) {
+        return qobject_cast<ui::ViewController *>(state.value(QLatin1String(key)).value<QObject *>());
+    };
+    const RevealSettings &s = m_settings;
+    setRearViewRevealWidth(number("_rearViewRevealWidth", s.rearViewRevealWidth));
+    setRearViewRevealOverdraw(number("_rearViewRevealOverdraw", s.rearViewRevealOverdraw));
+    setRearViewRevealDisplacement(number("_rearViewRevealDisplacement", s.rearViewRevealDisplacement));
+    setRightViewRevealWidth(number("_rightViewRevealWidth", s.rightViewRevealWidth));
+    setRightViewRevealOverdraw(number("_rightViewRevealOverdraw", s.rightViewRevealOverdraw));
+    setRightViewRevealDisplacement(number("_rightViewRevealDisplacement", s.rightViewRevealDisplacement));
+    setBounceBackOnOverdraw(flag("_bounceBackOnOverdraw", s.bounceBackOnOverdraw));
+    setBounceBackOnLeftOverdraw(flag("_bounceBackOnLeftOverdraw", s.bounceBackOnLeftOverdraw));
+    setStableDragOnOverdraw(flag("_stableDragOnOverdraw", s.stableDragOnOverdraw));
+    setStableDragOnLeftOverdraw(flag("_stableDragOnLeftOverdraw", s.stableDragOnLeftOverdraw));
+    setPresentFrontViewHierarchically(flag("_presentFrontViewHierarchically", s.presentFrontViewHierarchically));
+    setQuickFlickVelocity(number("_quickFlickVelocity", s.quickFlickVelocity));
+    setToggleAnimationDuration(number("_toggleAnimationDuration", s.toggleAnimationDuration));
+    setToggleAnimationType(int(number("_toggleAnimationType", s.toggleAnimationType)));
+    setSpringDampingRatio(number("_springDampingRatio", s.springDampingRatio));
+    setReplaceViewAnimationDuration(number("_replaceViewAnimationDuration", s.replaceViewAnimationDuration));
+    setFrontViewShadowRadius(number("_frontViewShadowRadius", s.frontViewShadowRadius));
+    const QVariant offset = state.value(QStringLiteral("_frontViewShadowOffset"));
+    if (offset.canConvert<QSizeF>())
+        setFrontViewShadowOffset(offset.toSizeF());
+    setFrontViewShadowOpacity(number("_frontViewShadowOpacity", s.frontViewShadowOpacity));
+    const QVariant color = state.value(QStringLiteral("_frontViewShadowColor"));
+    if (color.canConvert<QColor>() && color.value<QColor>().isValid())
+        setFrontViewShadowColor(color.value<QColor>());
+    m_userInteractionStore = flag("_userInteractionStore", m_userInteractionStore);
+    setDraggableBorderWidth(number("_draggableBorderWidth", s.draggableBorderWidth));
+    setClipsViewsToBounds(flag("_clipsViewsToBounds", s.clipsViewsToBounds));
+    setExtendsPointInsideHit(flag("_extendsPointInsideHit", s.extendsPointInsideHit));
+    if (ui::ViewController *rear = controller("_rearViewController"))
+        setRearViewController(rear);
+    if (ui::ViewController *front = controller("_frontViewController"))
+        setFrontViewController(front);
+    if (ui::ViewController *right = controller("_rightViewController"))
+        setRightViewController(right);
+    const int position = int(number("_frontViewPosition", m_frontViewPosition));
+    if (position >= FrontFarLeftRemoved && position <= FrontFarRightRemoved)
+        setFrontViewPosition(position, false);
+}

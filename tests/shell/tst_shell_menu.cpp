@@ -1,0 +1,247 @@
+#include "MenuController.h"
+#include "RevealViewController.h"
+
+#include "Message.h"
+#include "PFUser.h"
+#include "Parse.h"
+#include "ParseClientConfiguration.h"
+#include "RecordClasses.h"
+#include "TestBackend.h"
+#include "UrlOpener.h"
+#include "UserDefaults.h"
+#include "ui/Label.h"
+#include "ui/Storyboard.h"
+#include "ui/View.h"
+
+#include <QJsonArray>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// Records what the menu would open instead of starting a browser.
+class RecordingOpener : public UrlOpener {
+public:
+    QList<QUrl> opened;
+    bool canOpenURL(const QUrl &url) const override { return url.scheme() == QLatin1String("http") && !url.host().isEmpty(); }
+    bool openURL(const QUrl &url) override
+    {
+        opened << url;
+        return true;
+    }
+};
+
+// Collects the menu's console lines.
+class MenuLog {
+public:
+    MenuLog() { s_lines.clear(); s_previous = qInstallMessageHandler(&MenuLog::handle); }
+    ~MenuLog() { qInstallMessageHandler(s_previous); }
+    [[nodiscard]] QStringList lines() const { return s_lines; }
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        if (qstrcmp(context.category, "vantrel.shell.menu") == 0)
+            s_lines << message;
+        if (s_previous)
+            s_previous(type, context, message);
+    }
+    static inline QStringList s_lines;
+    static inline QtMessageHandler s_previous = nullptr;
+};
+
+QJsonObject pointerTo(const QString &userId)
+{
+    return {{QStringLiteral("__type"), QStringLiteral("Pointer")},
+            {QStringLiteral("className"), QStringLiteral("_User")},
+            {QStringLiteral("objectId"), userId}};
+}
+
+void sendMessage(const TestBackend::User &from, const TestBackend::User &to, bool read)
+{
+    const QJsonObject message{{QStringLiteral("from"), pointerTo(from.objectId)},
+                              {QStringLiteral("to"), pointerTo(to.objectId)},
+                              {QStringLiteral("title"), QStringLiteral("Shift on Friday")},
+                              {QStringLiteral("messageBody"), QStringLiteral("Are you free?")},
+                              {QStringLiteral("hasBeenRead"), read}};
+    const TestBackend::Reply reply = TestBackend::instance().request("POST", QStringLiteral("/classes/Message"),
+                                                                     message, true);
+    QCOMPARE(reply.status, 201);
+}
+
+} // namespace
+
+class TestMenu : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_data;
+    std::unique_ptr<UserDefaults> m_defaults;
+    RecordingOpener m_opener;
+
+    void logIn(const TestBackend::User &user)
+    {
+        bool done = false;
+        PFUser::logInWithUsernameInBackground(user.username, user.password,
+                                             [&](const PFUserPtr &, const PFError *) { done = true; });
+        QTRY_VERIFY_WITH_TIMEOUT(done, 15000);
+        QVERIFY(PFUser::currentUser());
+    }
+
+    // The menu shown as the rear screen of an open container; returns the label's colour
+    // once the unread check has answered.
+    QColor colourWhenShown()
+    {
+        auto *menu = new MenuController(settings());
+        QSignalSpy checked(menu, &MenuController::unreadCheckFinished);
+        RevealViewController reveal(menu, new ui::ViewController);
+        reveal.setFrontViewPosition(FrontRightShift, false);
+        reveal.view()->setSize(390, 844);
+        reveal.beginAppearanceTransition(true, false);
+        reveal.endAppearanceTransition();
+        if (!checked.wait(15000))
+            return {};
+        return menu->messageLabel()->textColor();
+    }
+
+    MenuSettings settings()
+    {
+        MenuSettings s;
+        s.contactPage = TestBackend::instance().siteUrl().resolved(QUrl(QStringLiteral("contactUs.htm")));
+        s.userDefaults = m_defaults.get();
+        s.urlOpener = &m_opener;
+        return s;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        REQUIRE_BACKEND();
+        QVERIFY(m_data.isValid());
+        m_defaults = std::make_unique<UserDefaults>(m_data.filePath(QStringLiteral("defaults.ini")));
+        registerRecordClasses();
+        const TestBackend &backend = TestBackend::instance();
+        Parse::initializeWithConfiguration(
+            ParseClientConfiguration::configurationWithBlock([&](ParseClientConfiguration &c) {
+                c.applicationId = backend.applicationId();
+                c.clientKey = backend.clientKey();
+                c.server = backend.serverUrl().toString();
+                c.dataDirectory = m_data.path();
+            }));
+    }
+
+    void init()
+    {
+        PFUser::logOut();
+        m_opener.opened.clear();
+    }
+
+    void versionLine_data()
+    {
+        QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("stored version") << QVariant(QStringLiteral("1.4.2")) << "version 1.4.2 alpha";
+        QTest::newRow("missing") << QVariant() << "version  alpha";
+        QTest::newRow("not text") << QVariant(QVariantList{1, 2}) << "version  alpha";
+    }
+    void versionLine()
+    {
+        QFETCH(QVariant, stored);
+        QFETCH(QString, line);
+        m_defaults->removeObjectForKey(QStringLiteral("version_number"));
+        if (stored.isValid())
+            m_defaults->setObject(stored, QStringLiteral("version_number"));
+        MenuController menu(settings());
+        menu.loadViewIfNeeded();
+        QCOMPARE(menu.versionLabel()->text(), line);
+    }
+
+    void noUserMeansWhiteAndNoQuery()
+    {
+        QCOMPARE(colourWhenShown(), QColor(Qt::white));
+    }
+
+    void oneUnreadReceivedMessageAmongReadOnesTurnsItRed()
+    {
+        const TestBackend::User me = TestBackend::instance().signUpUser();
+        const TestBackend::User editor = TestBackend::instance().signUpUser();
+        for (int i = 0; i < 4; ++i)
+            sendMessage(editor, me, true);
+        sendMessage(editor, me, false);
+        sendMessage(editor, me, true);
+        logIn(me);
+        QCOMPARE(colourWhenShown(), QColor(255, 59, 48));
+    }
+
+    void sentMessagesDoNotCount()
+    {
+        const TestBackend::User me = TestBackend::instance().signUpUser();
+        const TestBackend::User editor = TestBackend::instance().signUpUser();
+        sendMessage(editor, me, true);
+        sendMessage(me, editor, false); // mine, unread by the editor
+        logIn(me);
+        QCOMPARE(colourWhenShown(), QColor(Qt::white));
+    }
+
+    void contactRowOpensTheOperatorsPage()
+    {
+        MenuController menu(settings());
+        menu.tableViewDidSelectRowAtIndexPath(MenuController::kContactRow);
+        QCOMPARE(m_opener.opened.size(), 1);
+        QCOMPARE(m_opener.opened.first().path(), QStringLiteral("/site/contactUs.htm"));
+        // The local backend really serves that page.
+        QNetworkAccessManager network;
+        std::unique_ptr<QNetworkReply> page(network.get(QNetworkRequest(m_opener.opened.first())));
+        QTRY_VERIFY_WITH_TIMEOUT(page->isFinished(), 10000);
+        QCOMPARE(page->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 200);
+
+        MenuLog log;
+        MenuSettings broken = settings();
+        broken.contactPage = QUrl(QStringLiteral("contactUs.htm")); // no scheme, no host
+        MenuController lost(broken);
+        lost.tableViewDidSelectRowAtIndexPath(MenuController::kContactRow);
+        QCOMPARE(m_opener.opened.size(), 1);
+        QCOMPARE(log.lines(), QStringList{QStringLiteral("Something has gone wrong.")});
+    }
+
+    void logOutPresentsTheLoginScreenAndForgetsTheSession()
+    {
+        if (!ui::Storyboard::storyboardWithName(QStringLiteral("Registration"))) {
+            ui::StoryboardDefinition registration;
+            registration.scenes.insert(QStringLiteral("login"), {[] { return new ui::ViewController; }});
+            ui::Storyboard::registerStoryboard(QStringLiteral("Registration"), registration);
+        }
+        const TestBackend::User me = TestBackend::instance().signUpUser();
+        logIn(me);
+        auto *menu = new MenuController(settings());
+        RevealViewController reveal(menu, new ui::ViewController);
+        reveal.view()->setSize(390, 844);
+        reveal.beginAppearanceTransition(true, false);
+        reveal.endAppearanceTransition();
+        menu->tableViewDidSelectRowAtIndexPath(MenuController::kLogOutRow);
+
+        QVERIFY(!PFUser::currentUser());
+        ui::ViewController *login = reveal.presentedViewController();
+        QVERIFY(login);
+        QCOMPARE(login->storyboard()->name(), QStringLiteral("Registration"));
+        QCOMPARE(login->storyboardIdentifier(), QStringLiteral("login"));
+        QCOMPARE(login->modalPresentationStyle(), ui::ViewController::ModalPresentationStyle::FullScreen);
+        QTRY_COMPARE(reveal.appearanceState(), ui::ViewController::AppearanceState::Disappeared);
+
+        // A new start of the backend client finds no session either.
+        Parse::initializeWithConfiguration(
+            ParseClientConfiguration::configurationWithBlock([&](ParseClientConfiguration &c) {
+                c.applicationId = TestBackend::instance().applicationId();
+                c.clientKey = TestBackend::instance().clientKey();
+                c.server = TestBackend::instance().serverUrl().toString();
+                c.dataDirectory = m_data.path();
+            }));
+        QVERIFY(!PFUser::currentUser());
+    }
+};
+
+QTEST_MAIN(TestMenu)
+#include "tst_shell_menu.moc"
