@@ -102,7 +102,7 @@ private:
         reveal.view()->setSize(390, 844);
         reveal.beginAppearanceTransition(true, false);
         reveal.endAppearanceTransition();
-        if (!checked.wait(15000))
+        if (checked.isEmpty() && !checked.wait(15000))
             return {};
         return menu->messageLabel()->textColor();
     }
