@@ -1,0 +1,3 @@
+#include "AccountsLogging.h"
+
+Q_LOGGING_CATEGORY(lcAccounts, "vantrel.accounts")

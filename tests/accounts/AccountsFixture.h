@@ -1,0 +1,81 @@
+#pragma once
+
+#include "AccountServices.h"
+#include "FprintdBiometrics.h"
+#include "MemorySecureStorage.h"
+#include "PrivateBus.h"
+#include "SecureStore.h"
+#include "TestBackend.h"
+#include "UserDefaults.h"
+#include "Window.h"
+
+#include <QJsonObject>
+#include <QPointer>
+#include <QTemporaryDir>
+#include <memory>
+
+class LoginPageTableViewController;
+namespace ui {
+class AlertController;
+class NavigationController;
+class ViewController;
+} // namespace ui
+
+// Everything one sign-in test needs, fresh: user defaults in a temporary folder, the session's
+// real Secret Service, a fake fingerprint reader on a private bus, the backend client against
+// the local backend, the app's sign-in storyboards and a window (drawn only when asked).
+class AccountsFixture {
+public:
+    explicit AccountsFixture(bool drawsInterface = false);
+    ~AccountsFixture();
+    AccountsFixture(const AccountsFixture &) = delete;
+    AccountsFixture &operator=(const AccountsFixture &) = delete;
+
+    [[nodiscard]] bool isReady() const { return m_ready; }
+
+    // Account states, set with the master key as an administrator would.
+    struct Account {
+        QString objectId;
+        QString username;
+        QString password;
+    };
+    Account makeUser(bool authorised, bool mustChangePassword = false, bool newsDesk = false,
+                     bool withWorkEmail = true);
+
+    // Shows the main storyboard and returns its sign-in page once it has appeared.
+    LoginPageTableViewController *showLogin();
+    [[nodiscard]] ui::NavigationController *navigation() const;
+    [[nodiscard]] ui::Window &window() { return *m_window; }
+
+    // The alert on screen once one comes (nullptr after the timeout), and its button captions.
+    static ui::AlertController *waitForAlert(int timeoutMs = 15000);
+    static QStringList buttonTitles(ui::AlertController *alert);
+    // Chooses the button with this caption and lets the dismissal finish.
+    static void choose(ui::AlertController *alert, const QString &button);
+    // What the login presented over itself ("menu" when the sign-in was accepted).
+    [[nodiscard]] QString presentedIdentifier() const;
+
+    // The fake reader's controls (org.freedesktop.DBus.Mock of fprintd's manager).
+    bool reader(const QString &method, const QVariantList &args = {});
+
+    UserDefaults &defaults() { return *m_defaults; }
+    SecureStore &store() { return m_store; }
+    FprintdBiometrics &biometrics() { return *m_biometrics; }
+
+    // The saved password of an account, or nothing.
+    std::optional<QString> savedPassword(const QString &account);
+    void forgetSavedPassword(const QString &account);
+
+    static void settle(int ms = 50);
+
+private:
+    QTemporaryDir m_dir;
+    std::unique_ptr<UserDefaults> m_defaults;
+    SecureStore m_store{QStringLiteral("Vantrel Pro session test")};
+    MemorySecureStorage m_sessionStorage;
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<FprintdBiometrics> m_biometrics;
+    std::unique_ptr<ui::Window> m_window;
+    QStringList m_accounts;
+    bool m_ready = false;
+};

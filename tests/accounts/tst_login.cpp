@@ -1,0 +1,430 @@
+// The sign-in screen against the local backend, the session's Secret Service and a fake
+// fingerprint reader: every account state, the fields, remember-me, the fingerprint sign-in
+// and the forgotten-password mail.
+#include "AccountsFixture.h"
+#include "AlertController.h"
+#include "ClientFixture.h"
+#include "DefaultPasswordViewController.h"
+#include "InformationViewController.h"
+#include "LoginPageTableViewController.h"
+#include "NavigationController.h"
+#include "PFUser.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUuid>
+
+namespace {
+const auto kWelcome = QStringLiteral("Please login using username and password on your first attempt");
+const auto kSavedPasswordFailure = QStringLiteral(
+    "Something has gone wrong, please try to login manually, it maybe you have never logged into the app on this device before.  If this fails, please contact Vantrel Admin.");
+const auto kNotAuthorised = QStringLiteral(
+    "Sorry it appears your account has not yet been authorised.  Please contact Vantrel Admin if you are not authorised within 7 days.");
+const auto kNewsDesk = QStringLiteral(
+    "Sorry there seems to be a problem.  Please try again later or contact our admin team.  You may not be an authorised Vantrel Pro user.");
+} // namespace
+
+class TestLogin : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<AccountsFixture> m_fixture;
+    AccountsFixture &f() { return *m_fixture; }
+
+    // Waits for the outcome of a sign-in: an alert, the menu, or the pushed change screen.
+    bool waitForOutcome()
+    {
+        return QTest::qWaitFor(
+            [&] {
+                return ui::AlertController::alertOnScreen() || !f().presentedIdentifier().isEmpty() ||
+                       f().navigation()->viewControllers().size() > 1;
+            },
+            20000);
+    }
+
+    // Leaves the screen and comes back to it, so that its appearance steps run again.
+    void reappear(LoginPageTableViewController *login)
+    {
+        login->informationButton_Click();
+        QTRY_VERIFY(qobject_cast<InformationViewController *>(f().navigation()->topViewController()));
+        f().navigation()->popViewControllerAnimated(false);
+        QTRY_COMPARE(login->appearanceState(), ui::ViewController::AppearanceState::Appeared);
+    }
+
+    static void expectAlert(const QString &title, const QString &message, const QString &button)
+    {
+        ui::AlertController *alert = AccountsFixture::waitForAlert();
+        QVERIFY2(alert, qPrintable(QStringLiteral("no alert; expected: ") + message));
+        QCOMPARE(alert->title(), title);
+        QCOMPARE(alert->message(), message);
+        QCOMPARE(AccountsFixture::buttonTitles(alert), QStringList{button});
+        AccountsFixture::choose(alert, button);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        REQUIRE_BACKEND();
+        m_fixture = std::make_unique<AccountsFixture>();
+        QVERIFY(f().isReady());
+    }
+
+    void cleanup() { m_fixture.reset(); }
+
+    void firstAppearance()
+    {
+        f().defaults().setObject(QStringLiteral("2.1"), QStringLiteral("version_number"));
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        QCOMPARE(login->title(), QStringLiteral("Vantrel PRO Login"));
+        QCOMPARE(login->versionLabel()->text(), QStringLiteral("version 2.1 alpha"));
+        QVERIFY(login->navigationItem()->hidesBackButton());
+        QCOMPARE(login->loginButton()->cornerRadius(), 10);
+        QCOMPARE(login->forgotPasswordButton()->contentHorizontalAlignment(), Qt::AlignLeft);
+        QCOMPARE(login->passwordTextField()->tag(), 99);
+        QVERIFY(login->userNameTextField()->inputAccessoryView());
+        QVERIFY(!login->rememberMeSwitch()->isOn());
+        QVERIFY(!ui::AlertController::alertOnScreen()); // remember-me off: no prefill, no alert
+    }
+
+    void accountStates_data()
+    {
+        QTest::addColumn<bool>("authorised");
+        QTest::addColumn<bool>("mustChange");
+        QTest::addColumn<bool>("newsDesk");
+        QTest::addColumn<bool>("wrongPassword");
+        QTest::addColumn<QString>("outcome"); // "menu", "change" or the alert's message
+
+        QTest::newRow("ordinary") << true << false << false << false << QStringLiteral("menu");
+        QTest::newRow("not authorised") << false << false << false << false << kNotAuthorised;
+        QTest::newRow("must change, authorised") << true << true << false << false << QStringLiteral("change");
+        QTest::newRow("must change, not authorised") << false << true << false << false << kNotAuthorised;
+        QTest::newRow("newsroom account") << true << false << true << false << kNewsDesk;
+        QTest::newRow("newsroom account that must change") << true << true << true << false << QStringLiteral("change");
+        QTest::newRow("wrong password") << true << false << false << true << QString();
+    }
+
+    void accountStates()
+    {
+        QFETCH(bool, authorised);
+        QFETCH(bool, mustChange);
+        QFETCH(bool, newsDesk);
+        QFETCH(bool, wrongPassword);
+        QFETCH(QString, outcome);
+
+        f().defaults().setObject(QStringLiteral("DEADBEEF"), QStringLiteral("deviceToken"));
+        const auto account = f().makeUser(authorised, mustChange, newsDesk);
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        login->userNameTextField()->setText(account.username);
+        login->passwordTextField()->setText(wrongPassword ? QStringLiteral("Wrong0ne!") : account.password);
+        login->loginButton()->click();
+        QVERIFY(login->loadingSpinner()->actInd()->isAnimating());
+        QVERIFY(waitForOutcome());
+
+        if (wrongPassword) {
+            ui::AlertController *alert = ui::AlertController::alertOnScreen();
+            QVERIFY(alert);
+            QCOMPARE(alert->title(), QStringLiteral("Error"));
+            QVERIFY2(alert->message().startsWith(QLatin1String("Sorry there seems to be a problem.\n\n ")) &&
+                         alert->message().endsWith(QLatin1String("\n\nPlease try again later.")) &&
+                         alert->message().size() > 60,
+                     qPrintable(alert->message()));
+            QVERIFY(!login->loadingSpinner()->actInd()->isAnimating());
+            QVERIFY(!f().defaults().hasKey(QStringLiteral("username")));
+            QVERIFY(!PFUser::currentUser());
+            return;
+        }
+
+        // Every backend sign-in records the user name and copies the device token.
+        QCOMPARE(f().defaults().stringForKey(QStringLiteral("username")), account.username);
+        QVERIFY(PFUser::currentUser()); // refused accounts keep their session too
+        QTRY_COMPARE(TestBackend::instance()
+                         .request("GET", QStringLiteral("/users/") + account.objectId, {}, true)
+                         .body.object()
+                         .value(QStringLiteral("deviceToken"))
+                         .toString(),
+                     QStringLiteral("DEADBEEF"));
+
+        const bool accepted = outcome == QLatin1String("menu");
+        QCOMPARE(f().presentedIdentifier(), accepted ? QStringLiteral("menu") : QString());
+        QCOMPARE(f().savedPassword(account.username).has_value(), accepted);
+        QCOMPARE(f().defaults().boolForKey(QStringLiteral("hasLoginKey")), accepted);
+        if (accepted) {
+            QCOMPARE(f().savedPassword(account.username).value_or(QString()), account.password);
+            QCOMPARE(f().navigation()->presentedViewController()->modalPresentationStyle(),
+                     ui::ViewController::ModalPresentationStyle::FullScreen);
+        } else if (outcome == QLatin1String("change")) {
+            QVERIFY(qobject_cast<DefaultPasswordViewController *>(f().navigation()->topViewController()));
+            QVERIFY(!ui::AlertController::alertOnScreen());
+        } else {
+            expectAlert(QStringLiteral("Error"), outcome, QStringLiteral("Ok"));
+            QVERIFY(!login->loadingSpinner()->actInd()->isAnimating());
+            // Only the not-authorised refusal clears the fields.
+            QCOMPARE(login->userNameTextField()->text().isEmpty(), outcome == kNotAuthorised);
+        }
+    }
+
+    void emptyFields_data()
+    {
+        QTest::addColumn<QString>("username");
+        QTest::addColumn<QString>("password");
+        QTest::newRow("no user name") << QString() << QStringLiteral("Passw0rdX");
+        QTest::newRow("no password") << QStringLiteral("someone@example.test") << QString();
+        QTest::newRow("neither") << QString() << QString();
+    }
+
+    void emptyFields()
+    {
+        QFETCH(QString, username);
+        QFETCH(QString, password);
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        login->userNameTextField()->setText(username);
+        login->passwordTextField()->setText(password);
+        login->loginButton()->click();
+        expectAlert(QStringLiteral("Error"), QStringLiteral("Please enter some log in details."), QStringLiteral("Ok"));
+        QVERIFY(!login->loadingSpinner()->actInd()->isAnimating());
+    }
+
+    void returnInThePasswordFieldLogsIn()
+    {
+        const auto account = f().makeUser(true);
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        login->userNameTextField()->setText(account.username);
+        login->passwordTextField()->setText(account.password);
+
+        login->userNameTextField()->userPressedReturn();
+        QTest::qWait(1500);
+        QVERIFY(!ui::AlertController::alertOnScreen());
+        QVERIFY(f().presentedIdentifier().isEmpty());
+
+        login->passwordTextField()->userPressedReturn();
+        QVERIFY(!login->loadingSpinner()->actInd()->isAnimating()); // no spinner on return
+        QTRY_COMPARE_WITH_TIMEOUT(f().presentedIdentifier(), QStringLiteral("menu"), 20000);
+    }
+
+    void forgottenPassword()
+    {
+        const auto account = f().makeUser(true);
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+
+        login->forgotPasswordButton()->click();
+        expectAlert(QStringLiteral("Error"), QStringLiteral("Please populate the email address field. field."),
+                    QStringLiteral("OK"));
+
+        // A request that fails (here: no backend to be reached) shows nothing.
+        QTemporaryDir offline;
+        ClientFixture::start(ClientFixture::configuration(offline.path(), nullptr, QStringLiteral("http://127.0.0.1:9")));
+        login->userNameTextField()->setText(account.username);
+        login->forgotPasswordButton()->click();
+        QTest::qWait(2500);
+        QVERIFY(!ui::AlertController::alertOnScreen());
+        ClientFixture::start(ClientFixture::configuration(offline.path()));
+
+        // The backend does not reveal which addresses have accounts: an unknown one gets the
+        // same answer, and no mail.
+        const QString unknown = QUuid::createUuid().toString(QUuid::Id128).left(10) + QStringLiteral("@nowhere.test");
+        login->userNameTextField()->setText(unknown);
+        login->forgotPasswordButton()->click();
+        expectAlert(QStringLiteral("Success"),
+                    QStringLiteral("Please check your registered email address for password reset instructions."),
+                    QStringLiteral("OK"));
+
+        login->userNameTextField()->setText(account.username);
+        login->forgotPasswordButton()->click();
+        expectAlert(QStringLiteral("Success"),
+                    QStringLiteral("Please check your registered email address for password reset instructions."),
+                    QStringLiteral("OK"));
+        const QStringList mails = TestBackend::readLines(TestBackend::instance().mailOutbox());
+        QVERIFY(std::any_of(mails.cbegin(), mails.cend(), [&](const QString &l) { return l.contains(account.username); }));
+        QVERIFY(std::none_of(mails.cbegin(), mails.cend(), [&](const QString &l) { return l.contains(unknown); }));
+    }
+
+    void rememberMeAcrossAppearances()
+    {
+        const auto account = f().makeUser(true);
+        f().defaults().setBool(true, QStringLiteral("rememberMe"));
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        // Remembered, but never signed in here: the first-attempt hint.
+        QVERIFY(login->rememberMeSwitch()->isOn());
+        expectAlert(QStringLiteral("Info"), kWelcome, QStringLiteral("OK"));
+
+        // A user name without a saved password: the user name stays, the password read fails.
+        f().defaults().setObject(account.username, QStringLiteral("username"));
+        reappear(login);
+        expectAlert(QStringLiteral("Error"), kSavedPasswordFailure, QStringLiteral("Ok"));
+        QCOMPARE(login->userNameTextField()->text(), account.username);
+        QVERIFY(login->passwordTextField()->text().isEmpty());
+
+        // With the password saved both fields are filled.
+        QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
+        reappear(login);
+        QCOMPARE(login->userNameTextField()->text(), account.username);
+        QCOMPARE(login->passwordTextField()->text(), account.password);
+        QVERIFY(!ui::AlertController::alertOnScreen());
+
+        // Turning it off clears the fields and stops the prefill.
+        login->rememberMeSwitch()->userToggled(false);
+        QVERIFY(!f().defaults().boolForKey(QStringLiteral("rememberMe")));
+        QVERIFY(login->userNameTextField()->text().isEmpty());
+        QVERIFY(login->passwordTextField()->text().isEmpty());
+        reappear(login);
+        QVERIFY(!login->rememberMeSwitch()->isOn());
+        QVERIFY(login->userNameTextField()->text().isEmpty());
+        QVERIFY(!ui::AlertController::alertOnScreen());
+
+        login->rememberMeSwitch()->userToggled(true);
+        QVERIFY(f().defaults().boolForKey(QStringLiteral("rememberMe")));
+        reappear(login);
+        QCOMPARE(login->passwordTextField()->text(), account.password);
+    }
+
+    void biometricButtonNeedsKeyAndReader_data()
+    {
+        QTest::addColumn<bool>("hasLoginKey");
+        QTest::addColumn<QString>("readerState");
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("key and reader") << true << QStringLiteral("enrolled") << true;
+        QTest::newRow("reader without the key") << false << QStringLiteral("enrolled") << false;
+        QTest::newRow("key, nothing enrolled") << true << QStringLiteral("empty") << false;
+        QTest::newRow("key, no reader") << true << QStringLiteral("absent") << false;
+    }
+
+    void biometricButtonNeedsKeyAndReader()
+    {
+        QFETCH(bool, hasLoginKey);
+        QFETCH(QString, readerState);
+        QFETCH(bool, shown);
+        f().defaults().setBool(hasLoginKey, QStringLiteral("hasLoginKey"));
+        if (readerState == QLatin1String("empty"))
+            QVERIFY(f().reader(QStringLiteral("SetEnrolledFingers"), {QStringList()}));
+        else if (readerState == QLatin1String("absent"))
+            QVERIFY(f().reader(QStringLiteral("RemoveDevice")));
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        QCOMPARE(!login->loginWithBiometricsButton()->isHidden(), shown);
+        QCOMPARE(login->loginWithBiometricsButton()->title(), QStringLiteral("Login With Touch ID"));
+    }
+
+    void biometricLoginEndToEnd()
+    {
+        const auto account = f().makeUser(true);
+        // A first sign-in with the password, remembered.
+        f().defaults().setBool(true, QStringLiteral("rememberMe"));
+        f().defaults().setObject(account.username, QStringLiteral("username"));
+        QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
+        f().defaults().setBool(true, QStringLiteral("hasLoginKey"));
+
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        QVERIFY(!login->loginWithBiometricsButton()->isHidden());
+        login->passwordTextField()->setText({}); // the saved password is what signs in, not the field
+        login->loginWithBiometricsButton()->click();
+        QTRY_COMPARE_WITH_TIMEOUT(f().presentedIdentifier(), QStringLiteral("menu"), 20000);
+        QCOMPARE(PFUser::currentUser()->username(), account.username);
+    }
+
+    void biometricFailuresShowTheirMessage_data()
+    {
+        QTest::addColumn<QStringList>("results");
+        QTest::addColumn<QString>("setUp");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no match") << QStringList{QStringLiteral("verify-no-match")} << QString()
+                                  << QStringLiteral("There was a problem verifying your identity.");
+        QTest::newRow("cancelled") << QStringList{QStringLiteral("verify-retry-scan"), QStringLiteral("verify-retry-scan"),
+                                                  QStringLiteral("verify-retry-scan"), QStringLiteral("verify-match")}
+                                   << QStringLiteral("cancel") << QStringLiteral("You pressed cancel.");
+        QTest::newRow("reader unplugged") << QStringList{QStringLiteral("verify-disconnected")} << QString()
+                                          << QStringLiteral("Face ID/Touch ID is not available.");
+        QTest::newRow("reader error") << QStringList{QStringLiteral("verify-unknown-error")} << QString()
+                                      << QStringLiteral("Face ID/Touch ID may not be configured");
+        QTest::newRow("locked after five failures") << QStringList{QStringLiteral("verify-no-match")}
+                                                    << QStringLiteral("lockout")
+                                                    << QStringLiteral("Face ID/Touch ID is locked.");
+        QTest::newRow("no reader at all") << QStringList{QStringLiteral("verify-match")}
+                                          << QStringLiteral("RemoveDevice") << QStringLiteral("Touch ID not available");
+    }
+
+    void biometricFailuresShowTheirMessage()
+    {
+        QFETCH(QStringList, results);
+        QFETCH(QString, setUp);
+        QFETCH(QString, message);
+        const auto account = f().makeUser(true);
+        f().defaults().setObject(account.username, QStringLiteral("username"));
+        QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
+        QVERIFY(f().reader(QStringLiteral("SetVerifyResults"), {results}));
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+
+        if (setUp == QLatin1String("lockout")) {
+            for (int i = 0; i < FprintdBiometrics::kMaxFailedAttempts; ++i) {
+                login->loginWithBiometricsButton_Click();
+                expectAlert(QStringLiteral("Error"), QStringLiteral("There was a problem verifying your identity."),
+                            QStringLiteral("OK"));
+            }
+            // Locked readers are not offered at all; the check itself says why.
+            QVERIFY(!f().biometrics().canEvaluatePolicy());
+            f().biometrics().setLockoutDuration(60000);
+            bool answered = false;
+            std::optional<QString> lockedMessage;
+            login->touchID()->authenticateUser([&](std::optional<QString> m) {
+                answered = true;
+                lockedMessage = m;
+            });
+            QTRY_VERIFY(answered);
+            QCOMPARE(lockedMessage.value_or(QString()), message);
+            return;
+        }
+        if (setUp == QLatin1String("RemoveDevice"))
+            QVERIFY(f().reader(setUp));
+
+        login->loginWithBiometricsButton_Click();
+        if (setUp == QLatin1String("cancel")) {
+            QTRY_VERIFY(f().biometrics().isEvaluating());
+            f().biometrics().cancel();
+        }
+        expectAlert(QStringLiteral("Error"), message, QStringLiteral("OK"));
+        QVERIFY(f().presentedIdentifier().isEmpty());
+        QVERIFY(!PFUser::currentUser());
+    }
+
+    void biometricLoginWithoutAUserName()
+    {
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        login->loginWithBiometricsButton_Click();
+        expectAlert(QStringLiteral("Info"), kWelcome, QStringLiteral("OK"));
+    }
+
+    void biometricLoginWithAnEmptyUserNameField()
+    {
+        // Remember-me off: the field stays empty, and a fingerprint sign-in records that empty
+        // text as the user name, so the next one cannot find the saved password.
+        const auto account = f().makeUser(true);
+        f().defaults().setObject(account.username, QStringLiteral("username"));
+        QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
+        f().defaults().setBool(true, QStringLiteral("hasLoginKey"));
+        LoginPageTableViewController *login = f().showLogin();
+        QVERIFY(login);
+        QVERIFY(login->userNameTextField()->text().isEmpty());
+
+        login->loginWithBiometricsButton()->click();
+        QTRY_COMPARE_WITH_TIMEOUT(f().presentedIdentifier(), QStringLiteral("menu"), 20000);
+        QVERIFY(f().defaults().hasKey(QStringLiteral("username")));
+        QCOMPARE(f().defaults().stringForKey(QStringLiteral("username")), QString());
+
+        PFUser::logOut();
+        f().navigation()->dismissViewControllerAnimated(false);
+        QTRY_COMPARE(login->appearanceState(), ui::ViewController::AppearanceState::Appeared);
+        login->loginWithBiometricsButton()->click();
+        expectAlert(QStringLiteral("Error"), kSavedPasswordFailure, QStringLiteral("Ok"));
+    }
+};
+
+QTEST_MAIN(TestLogin)
+#include "tst_login.moc"
