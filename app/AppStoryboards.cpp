@@ -1,5 +1,6 @@
 #include "AppStoryboards.h"
 
+#include "AccountScenes.h"
 #include "Storyboard.h"
 #include "app/ViewController.h"
 
@@ -16,12 +17,18 @@ namespace AppStoryboards {
 
 void registerAll()
 {
-    // Until the sign-in and the side menu land, both entries lead to the start-up screen; the
-    // launch decision is made by identifier, so it does not change when they do.
+    // The main storyboard starts with the sign-in; the start-up screen stays registered in it.
     ui::StoryboardDefinition main;
-    main.initialIdentifier = kStartIdentifier;
+    main.initialIdentifier = kLoginIdentifier;
     main.scenes.insert(kStartIdentifier, startScene());
+    AccountScenes::addTo(main);
     ui::Storyboard::registerStoryboard(kMain, main);
+
+    // Signing out presents this storyboard's "login".
+    ui::StoryboardDefinition registration;
+    registration.initialIdentifier = kLoginIdentifier;
+    AccountScenes::addTo(registration);
+    ui::Storyboard::registerStoryboard(kRegistration, registration);
 
     ui::StoryboardDefinition menu;
     menu.initialIdentifier = kMenuIdentifier;

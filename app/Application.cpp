@@ -1,8 +1,10 @@
 #include "Application.h"
 
+#include "AccountServices.h"
 #include "AppDelegate.h"
 #include "AppLogging.h"
 #include "AppStoryboards.h"
+#include "FprintdBiometrics.h"
 #include "NotificationCenter.h"
 #include "PushTokenSource.h"
 #include "SceneDelegate.h"
@@ -32,6 +34,16 @@ Application::Application(AppConfiguration configuration, QObject *parent)
     m_userDefaults = std::make_unique<UserDefaults>(data.filePath(QStringLiteral("user-defaults.ini")));
     UserDefaults::setStandardUserDefaults(m_userDefaults.get());
     m_secureStore = std::make_unique<SecureStore>(kSessionService);
+    m_biometrics = std::make_unique<FprintdBiometrics>();
+
+    // The sign-in screens: the saved password shares the store, under its own service.
+    AccountServices accounts;
+    accounts.userDefaults = m_userDefaults.get();
+    accounts.secureStore = m_secureStore.get();
+    accounts.biometrics = m_biometrics.get();
+    accounts.administratorEmail = m_configuration.administratorEmail;
+    accounts.helpEmail = m_configuration.helpEmail;
+    AccountServices::setCurrent(accounts);
     m_notificationCenter = std::make_unique<NotificationCenter>();
     m_pushTokenSource = std::make_unique<PushTokenSource>(data.filePath(QStringLiteral("push-token")));
 
@@ -50,6 +62,7 @@ Application::~Application()
 {
     if (UserDefaults::standardUserDefaults() == m_userDefaults.get())
         UserDefaults::setStandardUserDefaults(nullptr);
+    AccountServices::setCurrent({});
 }
 
 void Application::launch()

@@ -7,6 +7,7 @@
 #include <memory>
 
 class AppDelegate;
+class Biometrics;
 class QQuickWindow;
 class NotificationCenter;
 class PushTokenSource;
@@ -48,6 +49,7 @@ private:
     AppConfiguration m_configuration;
     std::unique_ptr<UserDefaults> m_userDefaults;
     std::unique_ptr<SecureStore> m_secureStore;
+    std::unique_ptr<Biometrics> m_biometrics;
     std::unique_ptr<NotificationCenter> m_notificationCenter;
     std::unique_ptr<PushTokenSource> m_pushTokenSource;
     std::unique_ptr<AppDelegate> m_delegate;

@@ -133,7 +133,7 @@ void TestAppLaunch::launchWithoutSessionLeavesTheFirstScreenToTheMainStoryboard(
     std::unique_ptr<ui::ViewController> first(
         ui::Storyboard::storyboardWithName(AppStoryboards::kMain)->instantiateInitialViewController());
     QVERIFY(first);
-    QCOMPARE(first->storyboardIdentifier(), AppStoryboards::kStartIdentifier);
+    QCOMPARE(first->storyboardIdentifier(), AppStoryboards::kLoginIdentifier);
 }
 
 void TestAppLaunch::launchWithRememberedSessionShowsTheMenu()
