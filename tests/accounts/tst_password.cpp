@@ -1,0 +1,313 @@
+// The forced and the voluntary password change against the local backend and the session's
+// Secret Service: the live warning, what is saved where, and in which order.
+#include "AccountScenes.h"
+#include "AccountsFixture.h"
+#include "AlertController.h"
+#include "ClientFixture.h"
+#include "DefaultPasswordTableViewController.h"
+#include "DefaultPasswordViewController.h"
+#include "LoginPageTableViewController.h"
+#include "NavigationController.h"
+#include "PFUser.h"
+#include "PasswordChangeTableViewController.h"
+#include "Storyboard.h"
+
+#include <QJsonArray>
+#include <QTest>
+
+namespace {
+const auto kForcedSuccess = QStringLiteral(
+    "You have succesfully changed your password.  You will now be allowed to login using Face ID / Touch ID.  Thank you.");
+} // namespace
+
+class TestPassword : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<AccountsFixture> m_fixture;
+    AccountsFixture &f() { return *m_fixture; }
+
+    // Signs in through the login screen as a user who must change the password, and returns
+    // the forced-change screen it leads to.
+    DefaultPasswordViewController *forcedChange(AccountsFixture::Account &account)
+    {
+        account = f().makeUser(true, true);
+        LoginPageTableViewController *login = f().showLogin();
+        if (!login)
+            return nullptr;
+        login->userNameTextField()->setText(account.username);
+        login->passwordTextField()->setText(account.password);
+        login->loginButton()->click();
+        if (!QTest::qWaitFor([&] { return f().navigation()->viewControllers().size() == 2; }, 20000))
+            return nullptr;
+        auto *screen = qobject_cast<DefaultPasswordViewController *>(f().navigation()->topViewController());
+        if (screen)
+            (void)QTest::qWaitFor([&] { return screen->appearanceState() == ui::ViewController::AppearanceState::Appeared; }, 5000);
+        return screen;
+    }
+
+    // Ends every session of a user on the server, as an administrator can.
+    static void endSessionsOf(const QString &objectId)
+    {
+        const TestBackend &backend = TestBackend::instance();
+        const auto sessions = backend.request("GET", QStringLiteral("/sessions"), {}, true);
+        const QJsonArray results = sessions.body.object().value(QStringLiteral("results")).toArray();
+        for (const QJsonValue session : results) {
+            const QJsonObject s = session.toObject();
+            if (s.value(QStringLiteral("user")).toObject().value(QStringLiteral("objectId")).toString() == objectId)
+                backend.request("DELETE", QStringLiteral("/sessions/") + s.value(QStringLiteral("objectId")).toString(),
+                                {}, true);
+        }
+    }
+
+    static bool canSignIn(const QString &username, const QString &password)
+    {
+        const TestBackend::Reply reply = TestBackend::instance().request(
+            "POST", QStringLiteral("/login"), {{QStringLiteral("username"), username}, {QStringLiteral("password"), password}});
+        return reply.status == 200;
+    }
+
+    static ui::AlertController *expectAlert(const QString &title, const QString &message, const QStringList &buttons)
+    {
+        ui::AlertController *alert = AccountsFixture::waitForAlert();
+        if (!alert) {
+            qWarning() << "no alert; expected:" << message;
+            return nullptr;
+        }
+        if (alert->title() != title || alert->message() != message || AccountsFixture::buttonTitles(alert) != buttons) {
+            qWarning() << "unexpected alert:" << alert->title() << alert->message() << AccountsFixture::buttonTitles(alert);
+            return nullptr;
+        }
+        return alert;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        REQUIRE_BACKEND();
+        m_fixture = std::make_unique<AccountsFixture>();
+        QVERIFY(f().isReady());
+    }
+
+    void cleanup() { m_fixture.reset(); }
+
+    void liveWarning_data()
+    {
+        QTest::addColumn<QString>("password");
+        QTest::addColumn<QString>("confirmation");
+        QTest::addColumn<bool>("confirmationEnded"); // which field ended editing
+        QTest::addColumn<QString>("label");
+        const QString weak = DefaultPasswordTableViewController::errorString;
+        const QString differ = DefaultPasswordTableViewController::doNotMatchString;
+        QTest::newRow("strong, confirmation empty") << QStringLiteral("Abcdefg1") << QString() << false << QString();
+        QTest::newRow("strong and equal") << QStringLiteral("Abcdefg1") << QStringLiteral("Abcdefg1") << true << QString();
+        QTest::newRow("strong but different") << QStringLiteral("Abcdefg1") << QStringLiteral("Abcdefg2") << true << differ;
+        QTest::newRow("weak password") << QStringLiteral("abcdefg1") << QString() << false << weak;
+        QTest::newRow("weak confirmation ending") << QStringLiteral("Abcdefg1") << QStringLiteral("abc") << true << weak;
+        // Only the field that ended editing is checked for strength.
+        QTest::newRow("weak password, strong confirmation ending")
+            << QStringLiteral("abc") << QStringLiteral("Abcdefg1") << true << differ;
+    }
+
+    void liveWarning()
+    {
+        QFETCH(QString, password);
+        QFETCH(QString, confirmation);
+        QFETCH(bool, confirmationEnded);
+        QFETCH(QString, label);
+        DefaultPasswordTableViewController form;
+        form.passwordErrorLabel()->setText(QStringLiteral("stale"));
+        form.passwordTextField()->setText(password);
+        form.confirmPasswordTextField()->setText(confirmation);
+        form.textFieldDidEndEditing(confirmationEnded ? form.confirmPasswordTextField() : form.passwordTextField());
+        QCOMPARE(form.passwordErrorLabel()->text(), label);
+    }
+
+    void formReturnMovesDownTheFields()
+    {
+        DefaultPasswordTableViewController form;
+        form.passwordTextField()->becomeFirstResponder();
+        form.textFieldShouldReturn(form.passwordTextField());
+        QVERIFY(form.confirmPasswordTextField()->isFirstResponder());
+        form.textFieldShouldReturn(form.confirmPasswordTextField());
+        QVERIFY(!form.confirmPasswordTextField()->isFirstResponder());
+        QVERIFY(!form.passwordTextField()->isFirstResponder());
+    }
+
+    void forcedChangeAcceptsAMismatchedConfirmation()
+    {
+        AccountsFixture::Account account;
+        DefaultPasswordViewController *screen = forcedChange(account);
+        QVERIFY(screen);
+        QVERIFY(screen->navigationItem()->hidesBackButton());
+        QCOMPARE(screen->confirmButton()->cornerRadius(), 10);
+        QVERIFY(screen->passwordTable());
+
+        screen->passwordTable()->passwordInfoButton()->click();
+        ui::AlertController *help = expectAlert(
+            QStringLiteral("Help"),
+            QStringLiteral("The password should contain 1 Uppercase letter, 1 lowercase letters, 1 digits and be at least 8 characters long"),
+            {QStringLiteral("Ok")});
+        QVERIFY(help);
+        AccountsFixture::choose(help, QStringLiteral("Ok"));
+
+        screen->passwordTable()->passwordTextField()->setText(QStringLiteral("Fresh Start 7"));
+        screen->passwordTable()->confirmPasswordTextField()->setText(QStringLiteral("Something else 8"));
+        screen->confirmButton()->click();
+        ui::AlertController *done = expectAlert(QStringLiteral("Success"), kForcedSuccess, {QStringLiteral("OK")});
+        QVERIFY(done);
+
+        QCOMPARE(f().savedPassword(account.username).value_or(QString()), QStringLiteral("Fresh Start 7"));
+        QVERIFY(f().defaults().boolForKey(QStringLiteral("hasLoginKey")));
+        QVERIFY(canSignIn(account.username, QStringLiteral("Fresh Start 7")));
+        QVERIFY(!canSignIn(account.username, account.password));
+        const QJsonObject stored =
+            TestBackend::instance().request("GET", QStringLiteral("/users/") + account.objectId, {}, true).body.object();
+        QCOMPARE(stored.value(QStringLiteral("doesPasswordRequireToBeChanged")).toBool(true), false);
+
+        AccountsFixture::choose(done, QStringLiteral("OK"));
+        QTRY_VERIFY(qobject_cast<LoginPageTableViewController *>(f().navigation()->topViewController()));
+    }
+
+    void forcedChangeRefusesAWeakPassword()
+    {
+        AccountsFixture::Account account;
+        DefaultPasswordViewController *screen = forcedChange(account);
+        QVERIFY(screen);
+        screen->passwordTable()->passwordTextField()->setText(QStringLiteral("abcdefg1"));
+        screen->confirmButton()->click();
+        ui::AlertController *alert = expectAlert(
+            QStringLiteral("Admin"),
+            QStringLiteral("Sorry something appears to have gone wrong.  Please re-enter your new password."),
+            {QStringLiteral("Ok")});
+        QVERIFY(alert);
+        QVERIFY(screen->loadingSpinner()->actInd()->isAnimating());
+        QVERIFY(!f().savedPassword(account.username));
+        QVERIFY(!f().defaults().boolForKey(QStringLiteral("hasLoginKey")));
+        AccountsFixture::choose(alert, QStringLiteral("Ok"));
+        QVERIFY(canSignIn(account.username, account.password));
+    }
+
+    void forcedChangeKeepsTheKeyWhenTheBackendSaveFails()
+    {
+        AccountsFixture::Account account;
+        DefaultPasswordViewController *screen = forcedChange(account);
+        QVERIFY(screen);
+        // The session ends on the server (an administrator signed the user out everywhere).
+        endSessionsOf(account.objectId);
+        screen->passwordTable()->passwordTextField()->setText(QStringLiteral("Another Go 9"));
+        screen->confirmButton()->click();
+        ui::AlertController *alert = expectAlert(
+            QStringLiteral("Admin"), QStringLiteral("Sorry something appears to have gone wrong.  Please try again."),
+            {QStringLiteral("Ok")});
+        QVERIFY(alert);
+        QVERIFY(f().defaults().boolForKey(QStringLiteral("hasLoginKey")));
+        QCOMPARE(f().savedPassword(account.username).value_or(QString()), QStringLiteral("Another Go 9"));
+        QVERIFY(canSignIn(account.username, account.password)); // the backend still has the old one
+    }
+
+    void exitAsksFirst()
+    {
+        AccountsFixture::Account account;
+        DefaultPasswordViewController *screen = forcedChange(account);
+        QVERIFY(screen);
+        const QString warning = QStringLiteral(
+            "Please confirm that you wish to exit this page.  Your passwords will not be saved and you will have to go through this process again.");
+        screen->exitButton()->click();
+        ui::AlertController *alert =
+            expectAlert(QStringLiteral("Warning"), warning, {QStringLiteral("Stay On Page"), QStringLiteral("EXIT")});
+        QVERIFY(alert);
+        QCOMPARE(alert->actions().at(0)->style(), ui::AlertAction::Style::Default);
+        QCOMPARE(alert->actions().at(1)->style(), ui::AlertAction::Style::Destructive);
+        AccountsFixture::choose(alert, QStringLiteral("Stay On Page"));
+        QCOMPARE(f().navigation()->topViewController(), screen);
+
+        screen->exitButton()->click();
+        alert = expectAlert(QStringLiteral("Warning"), warning, {QStringLiteral("Stay On Page"), QStringLiteral("EXIT")});
+        QVERIFY(alert);
+        AccountsFixture::choose(alert, QStringLiteral("EXIT"));
+        QTRY_VERIFY(qobject_cast<LoginPageTableViewController *>(f().navigation()->topViewController()));
+    }
+
+    void voluntaryChange_data()
+    {
+        QTest::addColumn<QString>("newPassword");
+        QTest::addColumn<QString>("confirmation");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("one letter, no strength rule here") << QStringLiteral("a") << QStringLiteral("a") << true;
+        QTest::newRow("different") << QStringLiteral("Abcdefg1") << QStringLiteral("Abcdefg2") << false;
+        QTest::newRow("empty") << QString() << QString() << false;
+        QTest::newRow("case differs") << QStringLiteral("secret") << QStringLiteral("Secret") << false;
+    }
+
+    void voluntaryChange()
+    {
+        QFETCH(QString, newPassword);
+        QFETCH(QString, confirmation);
+        QFETCH(bool, accepted);
+        const auto account = f().makeUser(true);
+        QVERIFY(ClientFixture::logIn(account.username, account.password));
+
+        auto *root = new ui::ViewController;
+        auto *navigation = new ui::NavigationController(root);
+        f().window().setRootViewController(navigation);
+        f().window().makeKeyAndVisible();
+        auto *screen = qobject_cast<PasswordChangeTableViewController *>(
+            ui::Storyboard::storyboardWithName(QStringLiteral("Main"))
+                ->instantiateViewControllerWithIdentifier(AccountScenes::kPasswordChange));
+        QVERIFY(screen);
+        navigation->pushViewController(screen, false);
+        QTRY_COMPARE(screen->appearanceState(), ui::ViewController::AppearanceState::Appeared);
+        QCOMPARE(screen->title(), QStringLiteral("Choose your Freelance Category"));
+
+        screen->newPasswordTextField()->setText(newPassword);
+        screen->confirmPasswordTextField()->setText(confirmation);
+        screen->saveButton()->click();
+        if (!accepted) {
+            ui::AlertController *alert = expectAlert(
+                QStringLiteral("Error"),
+                QStringLiteral("Please ensure that you have entered a new password and that they match. Please try again"),
+                {QStringLiteral("Ok")});
+            QVERIFY(alert);
+            QCOMPARE(alert->actions().at(0)->style(), ui::AlertAction::Style::Destructive);
+            QVERIFY(!screen->loadingSpinner()->actInd()->isAnimating());
+            AccountsFixture::choose(alert, QStringLiteral("Ok"));
+            QVERIFY(canSignIn(account.username, account.password));
+            return;
+        }
+        ui::AlertController *alert =
+            expectAlert(QStringLiteral("Success"), QStringLiteral("Your Password has been changed"), {QStringLiteral("Ok")});
+        QVERIFY(alert);
+        QVERIFY(canSignIn(account.username, newPassword));
+        QVERIFY(!f().savedPassword(account.username)); // this screen leaves the saved password alone
+        AccountsFixture::choose(alert, QStringLiteral("Ok"));
+        QTRY_COMPARE(navigation->topViewController(), root);
+    }
+
+    void voluntaryChangeThatCannotBeSaved()
+    {
+        const auto account = f().makeUser(true);
+        QVERIFY(ClientFixture::logIn(account.username, account.password));
+        auto *navigation = new ui::NavigationController(new ui::ViewController);
+        f().window().setRootViewController(navigation);
+        f().window().makeKeyAndVisible();
+        auto *screen = new PasswordChangeTableViewController;
+        navigation->pushViewController(screen, false);
+        QTRY_COMPARE(screen->appearanceState(), ui::ViewController::AppearanceState::Appeared);
+
+        endSessionsOf(account.objectId);
+        screen->newPasswordTextField()->setText(QStringLiteral("Newer1"));
+        screen->confirmPasswordTextField()->setText(QStringLiteral("Newer1"));
+        screen->saveButton()->click();
+        ui::AlertController *alert = expectAlert(
+            QStringLiteral("Error"), QStringLiteral("Sorry something has gone wrong.  Check your data signal and try again"),
+            {QStringLiteral("Ok")});
+        QVERIFY(alert);
+        AccountsFixture::choose(alert, QStringLiteral("Ok"));
+        QCOMPARE(navigation->topViewController(), screen); // nothing further happens
+        QVERIFY(canSignIn(account.username, account.password));
+    }
+};
+
+QTEST_MAIN(TestPassword)
+#include "tst_password.moc"
