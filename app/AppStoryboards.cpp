@@ -1,8 +1,11 @@
 #include "AppStoryboards.h"
 
 #include "AccountScenes.h"
+#include "AppConfiguration.h"
+#include "ShellScenes.h"
 #include "Storyboard.h"
 #include "app/ViewController.h"
+#include "ui/NavigationController.h"
 
 namespace {
 
@@ -11,11 +14,28 @@ ui::SceneDefinition startScene()
     return {[] { return new ViewController; }, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/App/qml/StartView.qml"))};
 }
 
+// The signed-in shell: the reveal container, the side menu behind it and, in front, the
+// start-up screen in its navigation controller until the profile hub lands.
+void addShellScenes(ui::StoryboardDefinition &menu, const AppConfiguration &configuration)
+{
+    const QString sideMenu = QStringLiteral("sideMenu");
+    const QString front = QStringLiteral("front");
+    MenuSettings settings;
+    settings.contactPage = configuration.sitePage(QStringLiteral("contactUs.htm"));
+    menu.scenes.insert(AppStoryboards::kMenuIdentifier, ShellScenes::revealScene(sideMenu, front));
+    menu.scenes.insert(sideMenu, ShellScenes::menuScene(settings, {}));
+    ui::SceneDefinition navigation;
+    navigation.create = [] { return new ui::NavigationController; };
+    navigation.root = AppStoryboards::kStartIdentifier;
+    menu.scenes.insert(front, navigation);
+    menu.scenes.insert(AppStoryboards::kStartIdentifier, startScene());
+}
+
 } // namespace
 
 namespace AppStoryboards {
 
-void registerAll()
+void registerAll(const AppConfiguration &configuration)
 {
     // The main storyboard starts with the sign-in; the start-up screen stays registered in it.
     ui::StoryboardDefinition main;
@@ -32,7 +52,7 @@ void registerAll()
 
     ui::StoryboardDefinition menu;
     menu.initialIdentifier = kMenuIdentifier;
-    menu.scenes.insert(kMenuIdentifier, startScene());
+    addShellScenes(menu, configuration);
     ui::Storyboard::registerStoryboard(kMenu, menu);
 }
 

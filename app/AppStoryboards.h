@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class AppConfiguration;
+
 // The app's storyboards and their screens. Each feature adds its scenes here as it lands.
 namespace AppStoryboards {
 inline const QString kMain = QStringLiteral("Main");
@@ -12,5 +14,6 @@ inline const QString kStartIdentifier = QStringLiteral("start");
 inline const QString kMenuIdentifier = QStringLiteral("menu");
 inline const QString kLoginIdentifier = QStringLiteral("login");
 
-void registerAll();
+// The configuration gives the screens that need them the operator's pages.
+void registerAll(const AppConfiguration &configuration);
 } // namespace AppStoryboards

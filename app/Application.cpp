@@ -67,7 +67,7 @@ Application::~Application()
 
 void Application::launch()
 {
-    AppStoryboards::registerAll();
+    AppStoryboards::registerAll(m_configuration);
     m_delegate->applicationDidFinishLaunching({});
     if (!m_delegate->window())
         showMainStoryboard();

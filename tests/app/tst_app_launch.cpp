@@ -88,7 +88,7 @@ private Q_SLOTS:
 void TestAppLaunch::initTestCase()
 {
     REQUIRE_BACKEND();
-    AppStoryboards::registerAll();
+    AppStoryboards::registerAll(AppConfiguration());
 }
 
 void TestAppLaunch::deviceTokenText_data()
