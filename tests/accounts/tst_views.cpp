@@ -1,0 +1,97 @@
+// The sign-in drawn offscreen: every view of the module loads, and a person types into the
+// two fields and presses the login button.
+#include "AccountsFixture.h"
+#include "LoginPageTableViewController.h"
+#include "NavigationController.h"
+
+#include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+namespace {
+
+QQuickItem *findItem(QQuickItem *root, const QString &name)
+{
+    if (root->objectName() == name && root->isVisible())
+        return root;
+    const QList<QQuickItem *> children = root->childItems();
+    for (QQuickItem *child : children) {
+        if (QQuickItem *found = findItem(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+QPoint centreOf(QQuickItem *item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void typeText(QQuickWindow *window, const QString &text)
+{
+    for (const QChar ch : text)
+        QTest::keyClick(window, ch.toLatin1());
+}
+
+} // namespace
+
+class TestAccountViews : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyViewCompiles_data()
+    {
+        QTest::addColumn<QString>("file");
+        for (const char *file : {"LoginPage", "InformationPage", "DefaultPasswordPage", "DefaultPasswordForm",
+                                 "PasswordChangePage"})
+            QTest::newRow(file) << QString::fromLatin1(file);
+    }
+
+    void everyViewCompiles()
+    {
+        QFETCH(QString, file);
+        QQmlApplicationEngine engine;
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Accounts/%1.qml").arg(file)));
+        QVERIFY2(component.isReady(), qPrintable(component.errorString()));
+    }
+
+    void typingAndPressingLoginSignsIn()
+    {
+        REQUIRE_BACKEND();
+        AccountsFixture fixture(/*drawsInterface=*/true);
+        QVERIFY(fixture.isReady());
+        const auto account = fixture.makeUser(true);
+        LoginPageTableViewController *login = fixture.showLogin();
+        QVERIFY(login);
+        QQuickWindow *quick = fixture.window().quickWindow();
+        QVERIFY(quick);
+        QVERIFY(QTest::qWaitForWindowExposed(quick));
+
+        QQuickItem *userName = nullptr;
+        QTRY_VERIFY((userName = findItem(quick->contentItem(), QStringLiteral("userNameTextField"))));
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(userName));
+        QTRY_VERIFY(login->userNameTextField()->isFirstResponder());
+        typeText(quick, account.username);
+
+        QQuickItem *password = findItem(quick->contentItem(), QStringLiteral("passwordTextField"));
+        QVERIFY(password);
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(password));
+        QTRY_VERIFY(login->passwordTextField()->isFirstResponder());
+        typeText(quick, account.password);
+        QCOMPARE(login->userNameTextField()->text(), account.username);
+        QCOMPARE(login->passwordTextField()->text(), account.password);
+        QCOMPARE(password->property("echoMode").toInt(), 2); // TextInput.Password
+
+        QQuickItem *button = findItem(quick->contentItem(), QStringLiteral("loginButton"));
+        QVERIFY(button);
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(button));
+        QTRY_COMPARE_WITH_TIMEOUT(fixture.presentedIdentifier(), QStringLiteral("menu"), 20000);
+        QCOMPARE(fixture.savedPassword(account.username).value_or(QString()), account.password);
+    }
+};
+
+QTEST_MAIN(TestAccountViews)
+#include "tst_views.moc"
