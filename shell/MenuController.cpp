@@ -64,7 +64,7 @@ MenuController::MenuController(MenuSettings settings, QObject *parent)
     , m_versionLabel(new ui::Label(QStringLiteral("versionLabel"), this))
     , m_messageLabel(new ui::Label(QStringLiteral("messageLabel"), this))
 {
-    setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/qml/MenuView.qml")));
+    setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/MenuView.qml")));
     m_rows->setItemRoleNames({{TitleRole, "title"}, {EnabledRole, "rowEnabled"}, {SegueRole, "segue"}});
     for (int row = 0; row < kRowCount; ++row) {
         auto *item = new QStandardItem;

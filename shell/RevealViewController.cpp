@@ -51,7 +51,7 @@ void RevealViewController::initDefaultProperties()
     m_settings = RevealSettings{};
     m_frontViewPosition = m_rearViewPosition = m_rightViewPosition = FrontCentred;
     m_userInteractionStore = true;
-    setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/qml/RevealContainerView.qml")));
+    setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/RevealContainerView.qml")));
 }
 
 RevealViewController *RevealViewController::viewControllerWithRestorationIdentifier(const QString &identifier)

@@ -83,7 +83,7 @@ private Q_SLOTS:
         QFETCH(QString, file);
         QQmlApplicationEngine engine;
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/qml/%1.qml").arg(file)));
+        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/%1.qml").arg(file)));
         QVERIFY2(component.isReady(), qPrintable(component.errorString()));
     }
 
