@@ -11,7 +11,7 @@ namespace {
 
 ui::SceneDefinition startScene()
 {
-    return {[] { return new ViewController; }, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/App/qml/StartView.qml"))};
+    return {[] { return new ViewController; }, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/App/StartView.qml"))};
 }
 
 // The signed-in shell: the reveal container, the side menu behind it and, in front, the
