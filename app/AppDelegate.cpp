@@ -70,6 +70,8 @@ void AppDelegate::styleNavigationBars()
     theme->setTitleColor(Qt::white);
 }
 
+// The application's version (what a bundle calls "CFBundleShortVersionString") is recorded for
+// the version lines of the login screen and the menu; without one the old value stays.
 void AppDelegate::recordVersion()
 {
     if (!m_services.applicationVersion.isEmpty() && m_services.userDefaults)
