@@ -60,6 +60,13 @@ LoginPageTableViewController::LoginPageTableViewController(QObject *parent)
     connect(m_informationButton, &ui::Button::clicked, this, &LoginPageTableViewController::informationButton_Click);
     for (ui::TextField *field : {m_userNameTextField, m_passwordTextField})
         connect(field, &ui::TextField::returnPressed, this, [this, field] { textFieldShouldReturn(field); });
+    if (Biometrics *reader = m_touchID->context()) {
+        connect(reader, &Biometrics::promptChanged, this, [this](const QString &reason, bool visible) {
+            m_biometricPromptReason = reason;
+            m_biometricPromptVisible = visible;
+            Q_EMIT biometricPromptChanged();
+        });
+    }
 }
 
 UserDefaults *LoginPageTableViewController::defaults() const
@@ -204,6 +211,12 @@ bool LoginPageTableViewController::textFieldShouldReturn(ui::TextField *textFiel
     if (textField && textField->tag() == kPasswordFieldTag)
         passwordLogin();
     return true;
+}
+
+void LoginPageTableViewController::cancelBiometricCheck()
+{
+    if (Biometrics *reader = m_touchID->context())
+        reader->cancel();
 }
 
 void LoginPageTableViewController::passwordLogin()

@@ -31,6 +31,9 @@ class LoginPageTableViewController : public ui::TableViewController {
     Q_PROPERTY(ui::Label *versionLabel READ versionLabel CONSTANT)
     Q_PROPERTY(ui::Switch *rememberMeSwitch READ rememberMeSwitch CONSTANT)
     Q_PROPERTY(ActivitySpinner *loadingSpinner READ loadingSpinner CONSTANT)
+    // While a fingerprint check waits for a finger the view shows a prompt with this reason.
+    Q_PROPERTY(bool biometricPromptVisible READ isBiometricPromptVisible NOTIFY biometricPromptChanged)
+    Q_PROPERTY(QString biometricPromptReason READ biometricPromptReason NOTIFY biometricPromptChanged)
 
 public:
     static constexpr int kPasswordFieldTag = 99;
@@ -48,6 +51,8 @@ public:
     [[nodiscard]] ui::Switch *rememberMeSwitch() const { return m_rememberMeSwitch; }
     [[nodiscard]] ActivitySpinner *loadingSpinner() const { return m_loadingSpinner; }
     [[nodiscard]] BiometricIDAuth *touchID() const { return m_touchID; }
+    [[nodiscard]] bool isBiometricPromptVisible() const { return m_biometricPromptVisible; }
+    [[nodiscard]] QString biometricPromptReason() const { return m_biometricPromptReason; }
 
 public Q_SLOTS:
     void loginButton_Click();
@@ -58,6 +63,11 @@ public Q_SLOTS:
     void informationButton_Click();
     void doneButtonAction();
     bool textFieldShouldReturn(ui::TextField *textField);
+    // The prompt's Cancel: ends the running fingerprint check as the person's cancel.
+    void cancelBiometricCheck();
+
+Q_SIGNALS:
+    void biometricPromptChanged();
 
 protected:
     void viewDidAppear(bool animated) override;
@@ -87,4 +97,6 @@ private:
     ui::Switch *m_rememberMeSwitch;
     ActivitySpinner *m_loadingSpinner;
     BiometricIDAuth *m_touchID;
+    bool m_biometricPromptVisible = false;
+    QString m_biometricPromptReason;
 };

@@ -1,6 +1,7 @@
 // The sign-in drawn offscreen: every view of the module loads, and a person types into the
 // two fields and presses the login button.
 #include "AccountsFixture.h"
+#include "AlertController.h"
 #include "LoginPageTableViewController.h"
 #include "NavigationController.h"
 
@@ -90,6 +91,42 @@ private Q_SLOTS:
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(button));
         QTRY_COMPARE_WITH_TIMEOUT(fixture.presentedIdentifier(), QStringLiteral("menu"), 20000);
         QCOMPARE(fixture.savedPassword(account.username).value_or(QString()), account.password);
+    }
+
+    void fingerprintPromptCanBeCancelled()
+    {
+        REQUIRE_BACKEND();
+        AccountsFixture fixture(/*drawsInterface=*/true);
+        QVERIFY(fixture.isReady());
+        const auto account = fixture.makeUser(true);
+        fixture.defaults().setObject(account.username, QStringLiteral("username"));
+        fixture.defaults().setBool(true, QStringLiteral("hasLoginKey"));
+        QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
+        // The reader keeps asking for the finger again for a while.
+        QVERIFY(fixture.reader(QStringLiteral("SetVerifyResults"),
+                               {QStringList(60, QStringLiteral("verify-retry-scan")) << QStringLiteral("verify-match")}));
+        LoginPageTableViewController *login = fixture.showLogin();
+        QVERIFY(login);
+        QQuickWindow *quick = fixture.window().quickWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(quick));
+
+        QQuickItem *fingerprint = nullptr;
+        QTRY_VERIFY((fingerprint = findItem(quick->contentItem(), QStringLiteral("loginWithBiometricsButton"))));
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(fingerprint));
+        QQuickItem *cancel = nullptr;
+        QTRY_VERIFY((cancel = findItem(quick->contentItem(), QStringLiteral("biometricCancelButton"))));
+        QCOMPARE(login->biometricPromptReason(), QStringLiteral("Logging in with Touch ID"));
+        QTRY_VERIFY(cancel->width() > 0 && cancel->mapToScene(QPointF(0, 0)).x() > 0);
+        QVERIFY(fixture.biometrics().isEvaluating());
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(cancel));
+        QTRY_VERIFY(!fixture.biometrics().isEvaluating());
+
+        ui::AlertController *alert = AccountsFixture::waitForAlert();
+        QVERIFY(alert);
+        QCOMPARE(alert->message(), QStringLiteral("You pressed cancel."));
+        QVERIFY(!login->isBiometricPromptVisible());
+        QVERIFY(fixture.presentedIdentifier().isEmpty());
+        AccountsFixture::choose(alert, QStringLiteral("OK"));
     }
 };
 
