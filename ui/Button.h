@@ -54,8 +54,8 @@ Q_SIGNALS:
 
 private:
     QString m_title;
-    QColor m_titleColor;
-    QColor m_backgroundColor;
+    QColor m_titleColor = Qt::transparent;      // transparent: the theme's accent colour
+    QColor m_backgroundColor = Qt::transparent; // transparent: no background
     QUrl m_image;
     qreal m_cornerRadius = 0;
     Qt::Alignment m_contentHorizontalAlignment = Qt::AlignHCenter;

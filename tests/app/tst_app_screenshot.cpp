@@ -31,13 +31,19 @@ void TestAppScreenshot::firstScreenIsDrawn()
     const QImage image(picture);
     QVERIFY2(!image.isNull(), qPrintable(picture));
     QCOMPARE(image.size(), QSize(390, 844)); // phone-sized by default
-    // The start-up screen is the brand colour with its name in white.
+    // The first screen has the brand colour at the top and white text or background below it;
+    // nothing is drawn in solid black (what a colour left unset turns into).
     QCOMPARE(image.pixelColor(10, 10), QColor(49, 187, 234));
-    int white = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            white += image.pixelColor(x, y) == QColor(Qt::white);
-    QVERIFY2(white > 500, "the app's name was not drawn");
+    int white = 0, black = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            white += pixel == QColor(Qt::white);
+            black += pixel == QColor(Qt::black);
+        }
+    }
+    QVERIFY2(white > 500, "nothing white was drawn");
+    QVERIFY2(black < image.width() * image.height() / 100, qPrintable(QStringLiteral("%1 black pixels").arg(black)));
 }
 
 QTEST_GUILESS_MAIN(TestAppScreenshot)
