@@ -24,6 +24,7 @@ DefaultPasswordTableViewController::DefaultPasswordTableViewController(QObject *
     m_confirmPasswordTextField->setReturnKeyType(ui::TextInput::ReturnKeyType::Done);
     m_passwordErrorLabel->setTextColor(Qt::red);
     m_passwordErrorLabel->setNumberOfLines(0);
+    m_passwordInfoButton->setBackgroundColor(Qt::transparent);
     m_passwordInfoButton->setTitle(QStringLiteral("Info"));
     connect(m_passwordInfoButton, &ui::Button::clicked, this,
             &DefaultPasswordTableViewController::passwordInfoButton_Click);

@@ -17,6 +17,9 @@ DefaultPasswordViewController::DefaultPasswordViewController(QObject *parent)
 {
     setTitle(QStringLiteral("Change Password"));
     m_confirmButton->setTitle(QStringLiteral("Confirm"));
+    m_confirmButton->setBackgroundColor(QColor(49, 187, 234));
+    m_confirmButton->setTitleColor(Qt::white);
+    m_exitButton->setBackgroundColor(Qt::transparent);
     m_exitButton->setTitle(QStringLiteral("Exit"));
     connect(m_confirmButton, &ui::Button::clicked, this, &DefaultPasswordViewController::confirmButton_Click);
     connect(m_exitButton, &ui::Button::clicked, this, &DefaultPasswordViewController::exitButton_Click);

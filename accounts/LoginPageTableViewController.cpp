@@ -48,6 +48,10 @@ LoginPageTableViewController::LoginPageTableViewController(QObject *parent)
     m_registerButton->setEnabled(false);
     m_informationButton->setTitle(QStringLiteral("Information"));
     m_loginWithBiometricsButton->setHidden(true);
+    // Plain text buttons: only the login button is filled (its view draws that).
+    for (ui::Button *button :
+         {m_forgotPasswordButton, m_loginWithBiometricsButton, m_registerButton, m_informationButton})
+        button->setBackgroundColor(Qt::transparent);
 
     connect(m_loginButton, &ui::Button::clicked, this, &LoginPageTableViewController::loginButton_Click);
     connect(m_loginWithBiometricsButton, &ui::Button::clicked, this,

@@ -20,7 +20,9 @@ PasswordChangeTableViewController::PasswordChangeTableViewController(QObject *pa
     m_newPasswordTextField->setSecureTextEntry(true);
     m_confirmPasswordTextField->setPlaceholder(QStringLiteral("Confirm new password"));
     m_confirmPasswordTextField->setSecureTextEntry(true);
+    m_saveButton->setBackgroundColor(Qt::transparent);
     m_saveButton->setTitle(QStringLiteral("Save"));
+    m_cancelButton->setBackgroundColor(Qt::transparent);
     m_cancelButton->setTitle(QStringLiteral("Cancel"));
     connect(m_saveButton, &ui::Button::clicked, this, &PasswordChangeTableViewController::saveButton_Click);
     connect(m_cancelButton, &ui::Button::clicked, this, &PasswordChangeTableViewController::cancelButton_Click);
