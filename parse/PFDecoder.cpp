@@ -192,8 +192,13 @@ QVariant PFDecoder::decodeTyped(const QString &type, const QVariantMap &json)
 
 PFObjectPtr PFDecoder::decodeObject(const QString &className, const QVariantMap &json)
 {
+    return decodeObject(className, QVariantMap(json));
+}
+
+PFObjectPtr PFDecoder::decodeObject(const QString &className, QVariantMap &&json)
+{
     PFObjectPtr object = PFSubclassRegistry::shared().make(className);
-    mergeInto(object->mutableState(), json);
+    mergeInto(object->mutableState(), std::move(json));
     if (object->objectId().isEmpty())
         malformed(QStringLiteral("record without id"));
     return object;
@@ -201,28 +206,45 @@ PFObjectPtr PFDecoder::decodeObject(const QString &className, const QVariantMap 
 
 void PFDecoder::mergeInto(PFObjectState &state, const QVariantMap &json)
 {
-    for (auto it = json.constBegin(); it != json.constEnd(); ++it) {
-        const QString &key = it.key();
-        const QVariant &value = it.value();
-        if (key == QLatin1String("objectId")) {
-            if (!isString(value))
-                malformed(QStringLiteral("record id"));
-            else
-                state.objectId = value.toString();
-        } else if (key == QLatin1String("createdAt") || key == QLatin1String("updatedAt")) {
-            const QDateTime date = value.typeId() == QMetaType::QVariantMap ? decodeVariant(value).toDateTime()
-                                   : isString(value)                         ? decodeDate(value.toString())
-                                                                             : QDateTime();
-            if (!date.isValid())
-                malformed(QStringLiteral("record date"));
-            else
-                (key == QLatin1String("createdAt") ? state.createdAt : state.updatedAt) = date;
-        } else if (key == QLatin1String("__type") || key == QLatin1String("className") ||
-                   key == QLatin1String("sessionToken") || key == QLatin1String("password")) {
-            // Standard fields of the reply itself; the session token is the user's business.
-        } else {
-            state.serverData.insert(key, decodeVariant(value));
-        }
+    mergeInto(state, QVariantMap(json));
+}
+
+void PFDecoder::mergeInto(PFObjectState &state, QVariantMap &&json)
+{
+    // The standard keys of a record and of the reply itself leave the map first.
+    if (json.contains(QStringLiteral("objectId"))) {
+        const QVariant id = json.take(QStringLiteral("objectId"));
+        if (!isString(id))
+            malformed(QStringLiteral("record id"));
+        else
+            state.objectId = id.toString();
     }
+    for (QDateTime PFObjectState::*field : {&PFObjectState::createdAt, &PFObjectState::updatedAt}) {
+        const QString key = field == &PFObjectState::createdAt ? QStringLiteral("createdAt") : QStringLiteral("updatedAt");
+        if (!json.contains(key))
+            continue;
+        const QVariant value = json.take(key);
+        const QDateTime date = value.typeId() == QMetaType::QVariantMap ? decodeVariant(value).toDateTime()
+                               : isString(value)                         ? decodeDate(value.toString())
+                                                                         : QDateTime();
+        if (!date.isValid())
+            malformed(QStringLiteral("record date"));
+        else
+            state.*field = date;
+    }
+    // The session token is the user's business, never a value of the record.
+    for (const char *key : {"__type", "className", "sessionToken", "password"})
+        json.remove(QLatin1String(key));
+
+    // Plain values stay as they are; typed objects and lists are decoded in place.
+    for (auto it = json.begin(); it != json.end(); ++it) {
+        const int type = it.value().typeId();
+        if (type == QMetaType::QVariantMap || type == QMetaType::QVariantList || isNumber(it.value()))
+            it.value() = decodeVariant(it.value());
+    }
+    if (state.serverData.isEmpty())
+        state.serverData = std::move(json);
+    else
+        state.serverData.insert(json);
     state.dataAvailable = true;
 }

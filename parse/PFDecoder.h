@@ -20,9 +20,12 @@ public:
     // A full record of the class from a reply (a query result, a login, an included pointer).
     [[nodiscard]] PFObjectPtr decodeObject(const QString &className, const QJsonObject &json);
     [[nodiscard]] PFObjectPtr decodeObject(const QString &className, const QVariantMap &json);
+    // Takes the map over: a reply read by PFJsonReader becomes the record's data without a copy.
+    [[nodiscard]] PFObjectPtr decodeObject(const QString &className, QVariantMap &&json);
     // Takes a reply's standard keys and other values into an existing record's server data.
     void mergeInto(PFObjectState &state, const QJsonObject &json);
     void mergeInto(PFObjectState &state, const QVariantMap &json);
+    void mergeInto(PFObjectState &state, QVariantMap &&json);
 
     [[nodiscard]] const std::optional<PFError> &error() const { return m_error; }
     [[nodiscard]] static QDateTime decodeDate(const QString &iso);

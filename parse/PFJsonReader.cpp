@@ -321,3 +321,17 @@ QVariant PFJsonReader::read(const QByteArray &text)
     m_error.clear();
     return value;
 }
+
+QVariantMap PFJsonReader::takeMap(QVariant &value)
+{
+    if (value.typeId() != QMetaType::QVariantMap)
+        return {};
+    return std::move(*static_cast<QVariantMap *>(value.data()));
+}
+
+QVariantList PFJsonReader::takeList(QVariant &value)
+{
+    if (value.typeId() != QMetaType::QVariantList)
+        return {};
+    return std::move(*static_cast<QVariantList *>(value.data()));
+}

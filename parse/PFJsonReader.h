@@ -17,6 +17,11 @@ public:
 
     static constexpr int kMaxDepth = 256;
 
+    // Moves a map or list out of a variant that holds one (and that nothing else shares),
+    // leaving it empty; anything else gives an empty container.
+    [[nodiscard]] static QVariantMap takeMap(QVariant &value);
+    [[nodiscard]] static QVariantList takeList(QVariant &value);
+
 private:
     class Parser;
     QString m_error;

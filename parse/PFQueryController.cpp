@@ -21,24 +21,25 @@ void PFQueryController::findObjects(const PFQuery &query, const QString &session
         // Query replies can be large: they are read straight into records, without a JSON
         // document in between.
         PFJsonReader reader;
-        const QVariant reply = reader.read(result.data);
-        const QVariant results = reply.toMap().value(QStringLiteral("results"));
-        if (reply.typeId() != QMetaType::QVariantMap || results.typeId() != QMetaType::QVariantList) {
+        QVariant reply = reader.read(result.data);
+        QVariantMap page = PFJsonReader::takeMap(reply);
+        QVariant results = page.take(QStringLiteral("results"));
+        if (results.typeId() != QMetaType::QVariantList) {
             const PFError error = PFError::unreadableReply(result.httpStatus);
             block({}, &error);
             return;
         }
         PFDecoder decoder;
         QList<PFObjectPtr> objects;
-        const QVariantList rows = results.toList();
+        QVariantList rows = PFJsonReader::takeList(results);
         objects.reserve(rows.size());
-        for (const QVariant &item : rows) {
+        for (QVariant &item : rows) {
             if (item.typeId() != QMetaType::QVariantMap) {
                 const PFError error = PFError::unreadableReply(result.httpStatus);
                 block({}, &error);
                 return;
             }
-            objects.append(decoder.decodeObject(className, item.toMap()));
+            objects.append(decoder.decodeObject(className, PFJsonReader::takeMap(item)));
         }
         if (decoder.error()) {
             block({}, &*decoder.error());

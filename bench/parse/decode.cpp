@@ -78,12 +78,15 @@ QByteArray makeReply(int rows)
 QList<PFObjectPtr> decode(const QByteArray &text)
 {
     PFJsonReader reader;
-    const QVariantList rows = reader.read(text).toMap().value(QStringLiteral("results")).toList();
+    QVariant reply = reader.read(text);
+    QVariantMap page = PFJsonReader::takeMap(reply);
+    QVariant results = page.take(QStringLiteral("results"));
+    QVariantList rows = PFJsonReader::takeList(results);
     QList<PFObjectPtr> objects;
     objects.reserve(rows.size());
     PFDecoder decoder;
-    for (const QVariant &row : rows)
-        objects.append(decoder.decodeObject(QStringLiteral("Message"), row.toMap()));
+    for (QVariant &row : rows)
+        objects.append(decoder.decodeObject(QStringLiteral("Message"), PFJsonReader::takeMap(row)));
     return objects;
 }
 
