@@ -14,8 +14,8 @@
 #include "Storyboard.h"
 #include "Theme.h"
 #include "UserDefaults.h"
-#include "ui/ViewController.h"
 #include "Window.h"
+#include "ui/ViewController.h"
 
 AppDelegate::AppDelegate(Services services, QObject *parent) : QObject(parent), m_services(services)
 {
@@ -83,12 +83,12 @@ void AppDelegate::requestNotificationPermission()
     NotificationCenter *center = m_services.notificationCenter;
     if (!center)
         return;
-    const int options = NotificationCenter::Alert | NotificationCenter::Badge | NotificationCenter::Sound |
-                        NotificationCenter::CarPlay;
+    const int options =
+        NotificationCenter::Alert | NotificationCenter::Badge | NotificationCenter::Sound | NotificationCenter::CarPlay;
     QPointer<AppDelegate> self(this);
     center->requestAuthorizationWithOptions(options, [self, center](bool granted, const QString &) {
-        qCInfo(lcApp).noquote() << QStringLiteral("Permission granted: ") + (granted ? QStringLiteral("true")
-                                                                                      : QStringLiteral("false"));
+        qCInfo(lcApp).noquote() << QStringLiteral("Permission granted: ") +
+                                       (granted ? QStringLiteral("true") : QStringLiteral("false"));
         if (!granted || !self)
             return;
         center->getNotificationSettingsWithCompletionHandler([self](const NotificationCenter::Settings &settings) {
@@ -156,7 +156,8 @@ void AppDelegate::applicationDidRegisterForRemoteNotifications(const QByteArray 
         if (succeeded)
             qCInfo(lcApp).noquote() << QStringLiteral("You have successfully saved your push installation");
         else if (error)
-            qCInfo(lcApp).noquote() << QStringLiteral("Error saving parse installation ") + error->localizedDescription();
+            qCInfo(lcApp).noquote() << QStringLiteral("Error saving parse installation ") +
+                                           error->localizedDescription();
         else
             qCInfo(lcApp).noquote() << QStringLiteral("Uknown error");
         if (self)

@@ -49,7 +49,8 @@ public:
     void applicationPerformFetch(std::function<void(int result)> completionHandler);
     void applicationDidRegisterForRemoteNotifications(const QByteArray &deviceToken);
     void applicationDidFailToRegisterForRemoteNotifications(const QString &error);
-    [[nodiscard]] SceneConfiguration applicationConfigurationForConnectingSceneSession(const QString &sessionRole) const;
+    [[nodiscard]] SceneConfiguration
+    applicationConfigurationForConnectingSceneSession(const QString &sessionRole) const;
     void applicationDidDiscardSceneSessions() {}
 
     // Two upper-case hexadecimal digits per byte, in order, no separator.

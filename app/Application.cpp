@@ -16,8 +16,8 @@
 
 #include <QDir>
 #include <QGuiApplication>
-#include <QQuickStyle>
 #include <QImage>
+#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTimer>
 #include <cstdio>

@@ -42,7 +42,8 @@ std::optional<QDateTime> decodeServerDate(const QString &iso)
     if (year < 0 || month < 1 || month > 12 || day < 1 || hour < 0 || hour > 23 || minute < 0 || minute > 59 ||
         second < 0 || second > 59 || millis < 0 || day > QDate(year, month, 1).daysInMonth())
         return std::nullopt;
-    const qint64 ms = ((daysFromCivil(year, month, day) * 24 + hour) * 60 + minute) * 60000LL + second * 1000LL + millis;
+    const qint64 ms =
+        ((daysFromCivil(year, month, day) * 24 + hour) * 60 + minute) * 60000LL + second * 1000LL + millis;
     return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC);
 }
 
@@ -164,8 +165,8 @@ QVariant PFDecoder::decodeTyped(const QString &type, const QVariantMap &json)
             return {};
         }
         if (type == QLatin1String("Pointer"))
-            return QVariant::fromValue(PFObject::objectWithoutDataWithClassName(className.toString(),
-                                                                                objectId.toString()));
+            return QVariant::fromValue(
+                PFObject::objectWithoutDataWithClassName(className.toString(), objectId.toString()));
         // One reply describes a record the same way wherever it is included (the sender of many
         // messages, say): all those places share one object.
         const QString identity = className.toString() + u'/' + objectId.toString();
@@ -220,13 +221,14 @@ void PFDecoder::mergeInto(PFObjectState &state, QVariantMap &&json)
             state.objectId = id.toString();
     }
     for (QDateTime PFObjectState::*field : {&PFObjectState::createdAt, &PFObjectState::updatedAt}) {
-        const QString key = field == &PFObjectState::createdAt ? QStringLiteral("createdAt") : QStringLiteral("updatedAt");
+        const QString key =
+            field == &PFObjectState::createdAt ? QStringLiteral("createdAt") : QStringLiteral("updatedAt");
         if (!json.contains(key))
             continue;
         const QVariant value = json.take(key);
         const QDateTime date = value.typeId() == QMetaType::QVariantMap ? decodeVariant(value).toDateTime()
-                               : isString(value)                         ? decodeDate(value.toString())
-                                                                         : QDateTime();
+                               : isString(value)                        ? decodeDate(value.toString())
+                                                                        : QDateTime();
         if (!date.isValid())
             malformed(QStringLiteral("record date"));
         else

@@ -196,14 +196,30 @@ private:
             if (++m_at >= m_end)
                 break;
             switch (*m_at++) {
-            case '"': utf8.append('"'); break;
-            case '\\': utf8.append('\\'); break;
-            case '/': utf8.append('/'); break;
-            case 'b': utf8.append('\b'); break;
-            case 'f': utf8.append('\f'); break;
-            case 'n': utf8.append('\n'); break;
-            case 'r': utf8.append('\r'); break;
-            case 't': utf8.append('\t'); break;
+            case '"':
+                utf8.append('"');
+                break;
+            case '\\':
+                utf8.append('\\');
+                break;
+            case '/':
+                utf8.append('/');
+                break;
+            case 'b':
+                utf8.append('\b');
+                break;
+            case 'f':
+                utf8.append('\f');
+                break;
+            case 'n':
+                utf8.append('\n');
+                break;
+            case 'r':
+                utf8.append('\r');
+                break;
+            case 't':
+                utf8.append('\t');
+                break;
             case 'u': {
                 char32_t code = 0;
                 if (!hex4(code))

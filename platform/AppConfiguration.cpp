@@ -109,8 +109,9 @@ AppConfiguration::Outcome AppConfiguration::load(const QStringList &arguments)
                                     QStringLiteral("Backend server URL [VANTREL_SERVER_URL]."), QStringLiteral("url"));
     const QCommandLineOption appId(QStringLiteral("application-id"),
                                    QStringLiteral("Backend application id [VANTREL_APP_ID]."), QStringLiteral("id"));
-    const QCommandLineOption clientKeyOption(
-        QStringLiteral("client-key"), QStringLiteral("Backend client key [VANTREL_CLIENT_KEY]."), QStringLiteral("key"));
+    const QCommandLineOption clientKeyOption(QStringLiteral("client-key"),
+                                             QStringLiteral("Backend client key [VANTREL_CLIENT_KEY]."),
+                                             QStringLiteral("key"));
     const QCommandLineOption site(QStringLiteral("site"),
                                   QStringLiteral("The operator's web site, for the terms and contact pages "
                                                  "[VANTREL_SITE_URL]."),

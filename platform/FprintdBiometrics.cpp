@@ -113,7 +113,8 @@ void FprintdBiometrics::evaluatePolicy(const QString &localizedReason, Reply rep
 
 void FprintdBiometrics::claimAndVerify()
 {
-    QDBusMessage claim = QDBusMessage::createMethodCall(kService, m_devicePath, kDeviceInterface, QStringLiteral("Claim"));
+    QDBusMessage claim =
+        QDBusMessage::createMethodCall(kService, m_devicePath, kDeviceInterface, QStringLiteral("Claim"));
     claim << kCallingUser;
     auto *claiming = new QDBusPendingCallWatcher(m_bus.asyncCall(claim, kCallTimeoutMs), this);
     connect(claiming, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *w) {
@@ -202,5 +203,6 @@ void FprintdBiometrics::releaseDevice()
     // Stopping a check that already ended is refused by fprintd; the release is what matters.
     m_bus.asyncCall(
         QDBusMessage::createMethodCall(kService, m_devicePath, kDeviceInterface, QStringLiteral("VerifyStop")));
-    m_bus.asyncCall(QDBusMessage::createMethodCall(kService, m_devicePath, kDeviceInterface, QStringLiteral("Release")));
+    m_bus.asyncCall(
+        QDBusMessage::createMethodCall(kService, m_devicePath, kDeviceInterface, QStringLiteral("Release")));
 }

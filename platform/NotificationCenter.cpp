@@ -38,13 +38,14 @@ void NotificationCenter::queryServer(std::function<void(bool, QString, QString)>
 {
     QDBusConnection &bus = m_bus;
     if (!bus.isConnected()) {
-        const QString reason = bus.lastError().message().isEmpty() ? QStringLiteral("no session bus")
-                                                                   : bus.lastError().message();
+        const QString reason =
+            bus.lastError().message().isEmpty() ? QStringLiteral("no session bus") : bus.lastError().message();
         // Answer later, never inside the call.
         QTimer::singleShot(0, this, [done, reason] { done(false, {}, reason); });
         return;
     }
-    QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kService, QStringLiteral("GetServerInformation"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(kService, kPath, kService, QStringLiteral("GetServerInformation"));
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, 5000), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [done](QDBusPendingCallWatcher *w) {
         w->deleteLater();
@@ -82,11 +83,10 @@ void NotificationCenter::setApplicationIconBadgeNumber(int number)
     QDBusConnection &bus = m_bus;
     if (!bus.isConnected())
         return;
-    QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/com/vantrel/pro/launcher"),
-                                                     QStringLiteral("com.canonical.Unity.LauncherEntry"),
-                                                     QStringLiteral("Update"));
-    QVariantMap properties{{QStringLiteral("count"), qint64(number)},
-                           {QStringLiteral("count-visible"), number > 0}};
+    QDBusMessage signal =
+        QDBusMessage::createSignal(QStringLiteral("/com/vantrel/pro/launcher"),
+                                   QStringLiteral("com.canonical.Unity.LauncherEntry"), QStringLiteral("Update"));
+    QVariantMap properties{{QStringLiteral("count"), qint64(number)}, {QStringLiteral("count-visible"), number > 0}};
     signal << QStringLiteral("application://") + m_desktopFileName << properties;
     bus.send(signal);
 }

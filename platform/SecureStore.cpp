@@ -66,10 +66,7 @@ SecureStore::Result run(QKeychain::Job &job, int timeoutMs)
 
 } // namespace
 
-SecureStore::SecureStore(QString service, int timeoutMs)
-    : m_service(std::move(service)), m_timeoutMs(timeoutMs)
-{
-}
+SecureStore::SecureStore(QString service, int timeoutMs) : m_service(std::move(service)), m_timeoutMs(timeoutMs) {}
 
 SecureStore::Result SecureStore::read(const QString &service, const QString &account) const
 {

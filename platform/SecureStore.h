@@ -1,9 +1,9 @@
 #pragma once
 
+#include "PFSecureStorage.h"
+
 #include <QByteArray>
 #include <QString>
-
-#include "PFSecureStorage.h"
 
 // The system's secure credential store (the Secret Service on Linux, through QtKeychain).
 // Items are addressed by service and account. Calls block briefly on a local event loop,

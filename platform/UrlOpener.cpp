@@ -56,8 +56,8 @@ bool UrlOpener::handlesScheme(const QString &scheme) const
     if (xdgMime.isEmpty())
         return false;
     QProcess query;
-    query.start(xdgMime, {QStringLiteral("query"), QStringLiteral("default"),
-                          QStringLiteral("x-scheme-handler/") + scheme});
+    query.start(xdgMime,
+                {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("x-scheme-handler/") + scheme});
     if (!query.waitForFinished(2000))
         return false;
     return query.exitCode() == 0 && !query.readAllStandardOutput().trimmed().isEmpty();
