@@ -11,32 +11,18 @@
 #include <QQuickWindow>
 #include <QTest>
 
+#include "ViewTestHelpers.h"
+
+using ViewTest::centreOf;
+using ViewTest::typeText;
+
 namespace {
-
-QQuickItem *findItem(QQuickItem *root, const QString &name)
+QQuickItem *findVisibleItem(QQuickItem *root, const QString &name)
 {
-    if (root->objectName() == name && root->isVisible())
-        return root;
-    const QList<QQuickItem *> children = root->childItems();
-    for (QQuickItem *child : children) {
-        if (QQuickItem *found = findItem(child, name))
-            return found;
-    }
-    return nullptr;
+    return ViewTest::findItem(root, name, true);
 }
-
-QPoint centreOf(QQuickItem *item)
-{
-    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-}
-
-void typeText(QQuickWindow *window, const QString &text)
-{
-    for (const QChar ch : text)
-        QTest::keyClick(window, ch.toLatin1());
-}
-
 } // namespace
+
 
 class TestAccountViews : public QObject {
     Q_OBJECT
@@ -53,10 +39,8 @@ private Q_SLOTS:
     void everyViewCompiles()
     {
         QFETCH(QString, file);
-        QQmlApplicationEngine engine;
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Accounts/%1.qml").arg(file)));
-        QVERIFY2(component.isReady(), qPrintable(component.errorString()));
+        const QString errors = ViewTest::compileErrors(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Accounts/%1.qml").arg(file)));
+        QVERIFY2(errors.isEmpty(), qPrintable(errors));
     }
 
     void typingAndPressingLoginSignsIn()
@@ -72,12 +56,12 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(quick));
 
         QQuickItem *userName = nullptr;
-        QTRY_VERIFY((userName = findItem(quick->contentItem(), QStringLiteral("userNameTextField"))));
+        QTRY_VERIFY((userName = findVisibleItem(quick->contentItem(), QStringLiteral("userNameTextField"))));
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(userName));
         QTRY_VERIFY(login->userNameTextField()->isFirstResponder());
         typeText(quick, account.username);
 
-        QQuickItem *password = findItem(quick->contentItem(), QStringLiteral("passwordTextField"));
+        QQuickItem *password = findVisibleItem(quick->contentItem(), QStringLiteral("passwordTextField"));
         QVERIFY(password);
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(password));
         QTRY_VERIFY(login->passwordTextField()->isFirstResponder());
@@ -86,7 +70,7 @@ private Q_SLOTS:
         QCOMPARE(login->passwordTextField()->text(), account.password);
         QCOMPARE(password->property("echoMode").toInt(), 2); // TextInput.Password
 
-        QQuickItem *button = findItem(quick->contentItem(), QStringLiteral("loginButton"));
+        QQuickItem *button = findVisibleItem(quick->contentItem(), QStringLiteral("loginButton"));
         QVERIFY(button);
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(button));
         QTRY_COMPARE_WITH_TIMEOUT(fixture.presentedIdentifier(), QStringLiteral("menu"), 20000);
@@ -111,10 +95,10 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(quick));
 
         QQuickItem *fingerprint = nullptr;
-        QTRY_VERIFY((fingerprint = findItem(quick->contentItem(), QStringLiteral("loginWithBiometricsButton"))));
+        QTRY_VERIFY((fingerprint = findVisibleItem(quick->contentItem(), QStringLiteral("loginWithBiometricsButton"))));
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(fingerprint));
         QQuickItem *cancel = nullptr;
-        QTRY_VERIFY((cancel = findItem(quick->contentItem(), QStringLiteral("biometricCancelButton"))));
+        QTRY_VERIFY((cancel = findVisibleItem(quick->contentItem(), QStringLiteral("biometricCancelButton"))));
         QCOMPARE(login->biometricPromptReason(), QStringLiteral("Logging in with Touch ID"));
         QTRY_VERIFY(cancel->width() > 0 && cancel->mapToScene(QPointF(0, 0)).x() > 0);
         QVERIFY(fixture.biometrics().isEvaluating());

@@ -11,6 +11,10 @@
 #include <QQuickWindow>
 #include <QTest>
 
+#include "ViewTestHelpers.h"
+
+using ViewTest::findItem;
+
 namespace {
 
 // A front screen with one button, to see that taps still reach the screen.
@@ -26,17 +30,6 @@ private:
     ui::Button *m_button = new ui::Button(QStringLiteral("actionButton"), this);
 };
 
-QQuickItem *findItem(QQuickItem *root, const QString &name)
-{
-    if (root->objectName() == name)
-        return root;
-    const QList<QQuickItem *> children = root->childItems();
-    for (QQuickItem *child : children) {
-        if (QQuickItem *found = findItem(child, name))
-            return found;
-    }
-    return nullptr;
-}
 
 // Moves the mouse from `from` to `to` in steps of about one frame, like a hand would.
 void drag(QQuickWindow *window, QPoint from, QPoint to, int steps, int msPerStep)
@@ -81,10 +74,8 @@ private Q_SLOTS:
     void everyViewCompiles()
     {
         QFETCH(QString, file);
-        QQmlApplicationEngine engine;
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/%1.qml").arg(file)));
-        QVERIFY2(component.isReady(), qPrintable(component.errorString()));
+        const QString errors = ViewTest::compileErrors(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/%1.qml").arg(file)));
+        QVERIFY2(errors.isEmpty(), qPrintable(errors));
     }
 
     void aRealDragOpensTheMenuAndATapClosesIt()

@@ -18,6 +18,12 @@
 #include <QQuickWindow>
 #include <QTest>
 
+#include "ViewTestHelpers.h"
+
+using ViewTest::centreOf;
+using ViewTest::findItem;
+using ViewTest::typeText;
+
 namespace {
 
 // A login-like screen: two fields with the keyboard "Done" toolbar, a button and a switch.
@@ -79,30 +85,8 @@ private:
     ui::Switch *m_rememberMe = new ui::Switch(QStringLiteral("rememberMeSwitch"), this);
 };
 
-// Searches the visual tree, which (unlike QObject children) includes what loaders and
-// repeaters made.
-QQuickItem *findItem(QQuickItem *root, const QString &name)
-{
-    if (root->objectName() == name)
-        return root;
-    const QList<QQuickItem *> children = root->childItems();
-    for (QQuickItem *child : children) {
-        if (QQuickItem *found = findItem(child, name))
-            return found;
-    }
-    return nullptr;
-}
 
-QPoint centreOf(QQuickItem *item)
-{
-    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-}
 
-void typeText(QQuickWindow *window, const QString &text)
-{
-    for (const QChar ch : text)
-        QTest::keyClick(window, ch.toLatin1());
-}
 
 } // namespace
 

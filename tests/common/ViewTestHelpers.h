@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <QUrl>
+
+class QQuickItem;
+class QQuickWindow;
+
+// What view tests do with a drawn screen: find an item by its outlet name in the visual tree
+// (which, unlike QObject children, holds what loaders and repeaters made), aim at it, type.
+namespace ViewTest {
+
+// The first item named `name` below `root`; with visibleOnly, hidden items are passed over.
+QQuickItem *findItem(QQuickItem *root, const QString &name, bool visibleOnly = false);
+QPoint centreOf(QQuickItem *item);
+// Key clicks on the window, one per character (QTest::keyClicks serves widgets only).
+void typeText(QQuickWindow *window, const QString &text);
+// Empty when the QML file at `url` compiles with the app's modules; otherwise the errors.
+QString compileErrors(const QUrl &url);
+
+} // namespace ViewTest
