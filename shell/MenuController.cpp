@@ -1,9 +1,8 @@
 #include "MenuController.h"
 
-#include "ShellLogging.h"
-
 #include "Message.h"
 #include "PFUser.h"
+#include "ShellLogging.h"
 #include "UrlOpener.h"
 #include "UserDefaults.h"
 #include "ui/Label.h"
@@ -12,7 +11,6 @@
 
 #include <QPointer>
 #include <QStandardItemModel>
-
 #include <array>
 
 namespace {
@@ -58,11 +56,9 @@ QString MenuController::titleForRow(int row)
 }
 
 MenuController::MenuController(MenuSettings settings, QObject *parent)
-    : ui::TableViewController(parent)
-    , m_settings(std::move(settings))
-    , m_rows(new QStandardItemModel(this))
-    , m_versionLabel(new ui::Label(QStringLiteral("versionLabel"), this))
-    , m_messageLabel(new ui::Label(QStringLiteral("messageLabel"), this))
+    : ui::TableViewController(parent), m_settings(std::move(settings)), m_rows(new QStandardItemModel(this)),
+      m_versionLabel(new ui::Label(QStringLiteral("versionLabel"), this)),
+      m_messageLabel(new ui::Label(QStringLiteral("messageLabel"), this))
 {
     setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/MenuView.qml")));
     m_rows->setItemRoleNames({{TitleRole, "title"}, {EnabledRole, "rowEnabled"}, {SegueRole, "segue"}});
@@ -90,6 +86,9 @@ bool MenuController::isRowEnabled(int row) const
 {
     if (row < 0 || row >= kRowCount)
         return false;
+    // The profile preview is its own storyboard: the row waits until the app has one.
+    if (row == kProfilePreviewRow)
+        return ui::Storyboard::hasStoryboard(kProfilePreviewStoryboard);
     const QString segue = segueForRow(row);
     return segue.isEmpty() || m_storyboardSegues.contains(segue);
 }
@@ -179,7 +178,7 @@ void MenuController::presentFullScreen(const QString &storyboardName, const QStr
 
 void MenuController::presentProfilePreview()
 {
-    presentFullScreen(QStringLiteral("ProfilePreview"), QStringLiteral("profile"));
+    presentFullScreen(kProfilePreviewStoryboard, QStringLiteral("profile"));
 }
 
 void MenuController::openContactPage()

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "MenuSettings.h"
-
 #include "ui/TableViewController.h"
 
 #include <QStringList>
@@ -29,6 +28,7 @@ public:
     static constexpr int kRowCount = 15;
     static constexpr int kMessagesRow = 2;
     static constexpr int kProfilePreviewRow = 12;
+    static inline const QString kProfilePreviewStoryboard = QStringLiteral("ProfilePreview");
     static constexpr int kContactRow = 13;
     static constexpr int kLogOutRow = 14;
 

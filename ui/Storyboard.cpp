@@ -39,6 +39,11 @@ Storyboard *Storyboard::storyboardWithName(const QString &name)
     return storyboard;
 }
 
+bool Storyboard::hasStoryboard(const QString &name)
+{
+    return registry().contains(name);
+}
+
 ViewController *Storyboard::instantiateInitialViewController()
 {
     if (m_definition.initialIdentifier.isEmpty()) {
@@ -89,9 +94,8 @@ bool Storyboard::performSegue(ViewController *source, const QString &identifier,
 {
     const auto scene = m_definition.scenes.constFind(source->storyboardIdentifier());
     if (scene == m_definition.scenes.cend() || !scene->segues.contains(identifier)) {
-        qCCritical(lcStoryboard).noquote()
-            << QStringLiteral("Receiver (<%1>) has no segue with identifier '%2'")
-                   .arg(QLatin1String(source->metaObject()->className()), identifier);
+        qCCritical(lcStoryboard).noquote() << QStringLiteral("Receiver (<%1>) has no segue with identifier '%2'")
+                                                  .arg(QLatin1String(source->metaObject()->className()), identifier);
         return false;
     }
     run(source, identifier, scene->segues.value(identifier), sender);

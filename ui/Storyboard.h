@@ -6,7 +6,6 @@
 #include <QMap>
 #include <QObject>
 #include <QUrl>
-
 #include <functional>
 
 namespace ui {
@@ -45,6 +44,8 @@ public:
     static void registerStoryboard(const QString &name, const StoryboardDefinition &definition);
     // nullptr, with a logged error, for a name never registered.
     static Storyboard *storyboardWithName(const QString &name);
+    // Whether a storyboard of that name is registered (asks without logging an error).
+    [[nodiscard]] static bool hasStoryboard(const QString &name);
 
     [[nodiscard]] QString name() const { return objectName(); }
 

@@ -5,7 +5,6 @@
 #include "RevealViewController.h"
 #include "RevealViewControllerDelegate.h"
 #include "ShellScenes.h"
-
 #include "ui/BarButtonItem.h"
 #include "ui/NavigationController.h"
 #include "ui/Storyboard.h"
@@ -26,9 +25,18 @@ public:
     bool allowTap = true;
     RevealAnimatedTransitioning *transition = nullptr;
 
-    void revealControllerWillMoveToPosition(RevealViewController *, int p) override { calls << QStringLiteral("will %1").arg(p); }
-    void revealControllerDidMoveToPosition(RevealViewController *, int p) override { calls << QStringLiteral("did %1").arg(p); }
-    void revealControllerAnimateToPosition(RevealViewController *, int p) override { calls << QStringLiteral("animate %1").arg(p); }
+    void revealControllerWillMoveToPosition(RevealViewController *, int p) override
+    {
+        calls << QStringLiteral("will %1").arg(p);
+    }
+    void revealControllerDidMoveToPosition(RevealViewController *, int p) override
+    {
+        calls << QStringLiteral("did %1").arg(p);
+    }
+    void revealControllerAnimateToPosition(RevealViewController *, int p) override
+    {
+        calls << QStringLiteral("animate %1").arg(p);
+    }
     bool revealControllerPanGestureShouldBegin(RevealViewController *) override { return allowPan; }
     bool revealControllerTapGestureShouldBegin(RevealViewController *) override { return allowTap; }
     void revealControllerPanGestureBegan(RevealViewController *) override { calls << QStringLiteral("pan began"); }
@@ -53,8 +61,7 @@ public:
         calls << QStringLiteral("did add %1 %2").arg(int(op)).arg(animated);
     }
     RevealAnimatedTransitioning *revealControllerAnimationControllerForOperation(RevealViewController *,
-                                                                                 RevealOperation,
-                                                                                 ui::ViewController *,
+                                                                                 RevealOperation, ui::ViewController *,
                                                                                  ui::ViewController *) override
     {
         return transition;
@@ -86,8 +93,7 @@ struct Shown {
     std::unique_ptr<RevealViewController> reveal;
     RecordingDelegate delegate;
 
-    explicit Shown(ui::ViewController *right = nullptr)
-        : reveal(std::make_unique<RevealViewController>(rear, front))
+    explicit Shown(ui::ViewController *right = nullptr) : reveal(std::make_unique<RevealViewController>(rear, front))
     {
         if (right)
             reveal->setRightViewController(right);
@@ -207,8 +213,8 @@ private Q_SLOTS:
         QCOMPARE(next->parent(), s.reveal.get()); // kept while it waits
         QCOMPARE(s.reveal->frontViewPosition(), int(FrontFarRight));
         QTRY_COMPARE_WITH_TIMEOUT(s.reveal->pendingOperations(), 0, 5000);
-        QCOMPARE(s.delegate.calls, (QStringList{"will 5", "animate 5", "did 5", "will add 2 0", "did add 2 0",
-                                                "will 3", "animate 3", "did 3"}));
+        QCOMPARE(s.delegate.calls, (QStringList{"will 5", "animate 5", "did 5", "will add 2 0", "did add 2 0", "will 3",
+                                                "animate 3", "did 3"}));
         QCOMPARE(s.reveal->frontViewController(), next);
         QCOMPARE(next->parentViewController(), s.reveal.get());
         QCOMPARE(next->appearanceState(), ui::ViewController::AppearanceState::Appeared);
@@ -281,8 +287,9 @@ private Q_SLOTS:
         QCOMPARE(s.reveal->frontViewPosition(), int(FrontCentred)); // bounced back
         QTRY_COMPARE_WITH_TIMEOUT(s.reveal->pendingOperations(), 0, 5000);
         QCOMPARE(s.reveal->frontViewPosition(), int(FrontRightShift)); // then the toggle
-        QCOMPARE(s.delegate.calls.mid(0, 3),
-                 (QStringList{"pan began", "pan ended", QStringLiteral("ended at 320 progress %1").arg(320.0 / 260.0)}));
+        QCOMPARE(
+            s.delegate.calls.mid(0, 3),
+            (QStringList{"pan began", "pan ended", QStringLiteral("ended at 320 progress %1").arg(320.0 / 260.0)}));
     }
 
     void dragWithoutARightScreenStaysAtZero()
@@ -393,6 +400,10 @@ private Q_SLOTS:
 
         QVERIFY(menu->isRowEnabled(1));
         QVERIFY(!menu->isRowEnabled(0)); // its screen is not wired yet
+        // The preview row waits for the preview's storyboard.
+        QVERIFY(!menu->isRowEnabled(MenuController::kProfilePreviewRow));
+        ui::Storyboard::registerStoryboard(MenuController::kProfilePreviewStoryboard, definition);
+        QVERIFY(menu->isRowEnabled(MenuController::kProfilePreviewRow));
         menu->tableViewDidSelectRowAtIndexPath(0);
         QCOMPARE(reveal->pendingOperations(), 0);
         reveal->revealToggleAnimated(false);
