@@ -1,6 +1,7 @@
 #include "AppConfiguration.h"
 #include "AppDelegate.h"
 #include "AppStoryboards.h"
+#include "ConsoleLines.h"
 #include "NotificationCenter.h"
 #include "PFUser.h"
 #include "PrivateBus.h"
@@ -20,25 +21,6 @@
 #include <QUuid>
 
 namespace {
-
-// Collects the app's console lines while a test runs.
-class ConsoleLines {
-public:
-    ConsoleLines() { s_lines.clear(); s_previous = qInstallMessageHandler(&ConsoleLines::handle); }
-    ~ConsoleLines() { qInstallMessageHandler(s_previous); }
-    [[nodiscard]] const QStringList &lines() const { return s_lines; }
-
-private:
-    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
-    {
-        if (qstrcmp(context.category, "vantrel.app") == 0)
-            s_lines << message;
-        if (s_previous)
-            s_previous(type, context, message);
-    }
-    static inline QStringList s_lines;
-    static inline QtMessageHandler s_previous = nullptr;
-};
 
 // One launch with its own data directory, user defaults and services.
 struct Launch {
@@ -113,7 +95,7 @@ void TestAppLaunch::launchWithoutSessionLeavesTheFirstScreenToTheMainStoryboard(
     PrivateBus bus; // no notification service on it
     QVERIFY(bus.isRunning());
     Launch launch(bus.connection());
-    ConsoleLines console;
+    ConsoleLines console("vantrel.app");
     launch.notifications->setApplicationIconBadgeNumber(7);
 
     QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
@@ -148,12 +130,12 @@ void TestAppLaunch::launchWithRememberedSessionShowsTheMenu()
         QVERIFY(earlier.delegate->applicationDidFinishLaunching({}));
         bool done = false;
         PFUser::logInWithUsernameInBackground(user.username, user.password,
-                                             [&](const PFUserPtr &, const PFError *) { done = true; });
+                                              [&](const PFUserPtr &, const PFError *) { done = true; });
         QTRY_VERIFY_WITH_TIMEOUT(done, 15000);
         QVERIFY(PFUser::currentUser());
     }
     Launch launch(bus.connection(), shared.path());
-    ConsoleLines console;
+    ConsoleLines console("vantrel.app");
     QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
     QVERIFY(PFUser::currentUser());
     QCOMPARE(PFUser::currentUser()->objectId(), user.objectId);
@@ -177,7 +159,7 @@ void TestAppLaunch::grantedPermissionSavesTheInstallationWithChannelPro()
     PrivateBus bus;
     QVERIFY(bus.startTemplate(QStringLiteral("notification_daemon"), QStringLiteral("org.freedesktop.Notifications")));
     Launch launch(bus.connection());
-    ConsoleLines console;
+    ConsoleLines console("vantrel.app");
     QSignalSpy saved(launch.delegate.get(), &AppDelegate::installationSaveFinished);
     QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
     QVERIFY(saved.wait(20000));
@@ -193,8 +175,8 @@ void TestAppLaunch::grantedPermissionSavesTheInstallationWithChannelPro()
     // The installation keeps the token the way the backend client writes it: lower-case hex.
     const TestBackend &backend = TestBackend::instance();
     auto findInstallation = [&] {
-        const QString where = QString::fromUtf8(QUrl::toPercentEncoding(
-            QStringLiteral("{\"deviceToken\":\"%1\"}").arg(token.toLower())));
+        const QString where =
+            QString::fromUtf8(QUrl::toPercentEncoding(QStringLiteral("{\"deviceToken\":\"%1\"}").arg(token.toLower())));
         const auto reply = backend.request("GET", QStringLiteral("/installations?where=") + where, {}, true);
         const QJsonArray results = reply.body.object().value(QStringLiteral("results")).toArray();
         return results.size() == 1 ? results.at(0).toObject() : QJsonObject();

@@ -1,11 +1,11 @@
+#include "ConsoleLines.h"
 #include "MenuController.h"
-#include "RevealViewController.h"
-
 #include "Message.h"
 #include "PFUser.h"
 #include "Parse.h"
 #include "ParseClientConfiguration.h"
 #include "RecordClasses.h"
+#include "RevealViewController.h"
 #include "TestBackend.h"
 #include "UrlOpener.h"
 #include "UserDefaults.h"
@@ -26,31 +26,15 @@ namespace {
 class RecordingOpener : public UrlOpener {
 public:
     QList<QUrl> opened;
-    bool canOpenURL(const QUrl &url) const override { return url.scheme() == QLatin1String("http") && !url.host().isEmpty(); }
+    bool canOpenURL(const QUrl &url) const override
+    {
+        return url.scheme() == QLatin1String("http") && !url.host().isEmpty();
+    }
     bool openURL(const QUrl &url) override
     {
         opened << url;
         return true;
     }
-};
-
-// Collects the menu's console lines.
-class MenuLog {
-public:
-    MenuLog() { s_lines.clear(); s_previous = qInstallMessageHandler(&MenuLog::handle); }
-    ~MenuLog() { qInstallMessageHandler(s_previous); }
-    [[nodiscard]] QStringList lines() const { return s_lines; }
-
-private:
-    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
-    {
-        if (qstrcmp(context.category, "vantrel.shell.menu") == 0)
-            s_lines << message;
-        if (s_previous)
-            s_previous(type, context, message);
-    }
-    static inline QStringList s_lines;
-    static inline QtMessageHandler s_previous = nullptr;
 };
 
 QJsonObject pointerTo(const QString &userId)
@@ -67,8 +51,8 @@ void sendMessage(const TestBackend::User &from, const TestBackend::User &to, boo
                               {QStringLiteral("title"), QStringLiteral("Shift on Friday")},
                               {QStringLiteral("messageBody"), QStringLiteral("Are you free?")},
                               {QStringLiteral("hasBeenRead"), read}};
-    const TestBackend::Reply reply = TestBackend::instance().request("POST", QStringLiteral("/classes/Message"),
-                                                                     message, true);
+    const TestBackend::Reply reply =
+        TestBackend::instance().request("POST", QStringLiteral("/classes/Message"), message, true);
     QCOMPARE(reply.status, 201);
 }
 
@@ -86,7 +70,7 @@ private:
     {
         bool done = false;
         PFUser::logInWithUsernameInBackground(user.username, user.password,
-                                             [&](const PFUserPtr &, const PFError *) { done = true; });
+                                              [&](const PFUserPtr &, const PFError *) { done = true; });
         QTRY_VERIFY_WITH_TIMEOUT(done, 15000);
         QVERIFY(PFUser::currentUser());
     }
@@ -159,10 +143,7 @@ private Q_SLOTS:
         QCOMPARE(menu.versionLabel()->text(), line);
     }
 
-    void noUserMeansWhiteAndNoQuery()
-    {
-        QCOMPARE(colourWhenShown(), QColor(Qt::white));
-    }
+    void noUserMeansWhiteAndNoQuery() { QCOMPARE(colourWhenShown(), QColor(Qt::white)); }
 
     void oneUnreadReceivedMessageAmongReadOnesTurnsItRed()
     {
@@ -198,7 +179,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(page->isFinished(), 10000);
         QCOMPARE(page->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 200);
 
-        MenuLog log;
+        ConsoleLines log("vantrel.shell.menu");
         MenuSettings broken = settings();
         broken.contactPage = QUrl(QStringLiteral("contactUs.htm")); // no scheme, no host
         MenuController lost(broken);
