@@ -1,0 +1,11 @@
+#include "EmailAddressRule.h"
+
+#include <QRegularExpression>
+
+bool EmailAddressRule::isValid(const QString &text)
+{
+    // Anchored at both ends: the whole text must match, not a part of it.
+    static const QRegularExpression rule(
+        QRegularExpression::anchoredPattern(QStringLiteral("[A-Z0-9a-z._%+-]+@[A-Za-z0-9.-]+\\.[A-Za-z]{2,64}")));
+    return rule.match(text).hasMatch();
+}
