@@ -44,6 +44,20 @@ bool Storyboard::hasStoryboard(const QString &name)
     return registry().contains(name);
 }
 
+QStringList Storyboard::registeredNames()
+{
+    QStringList names = registry().keys();
+    names.sort();
+    return names;
+}
+
+QStringList Storyboard::sceneIdentifiers() const
+{
+    QStringList identifiers = m_definition.scenes.keys();
+    identifiers.sort();
+    return identifiers;
+}
+
 ViewController *Storyboard::instantiateInitialViewController()
 {
     if (m_definition.initialIdentifier.isEmpty()) {

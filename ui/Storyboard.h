@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QMap>
 #include <QObject>
+#include <QStringList>
 #include <QUrl>
 #include <functional>
 
@@ -46,8 +47,12 @@ public:
     static Storyboard *storyboardWithName(const QString &name);
     // Whether a storyboard of that name is registered (asks without logging an error).
     [[nodiscard]] static bool hasStoryboard(const QString &name);
+    // Every registered name, sorted.
+    [[nodiscard]] static QStringList registeredNames();
 
     [[nodiscard]] QString name() const { return objectName(); }
+    // The identifiers of this storyboard's scenes, sorted.
+    [[nodiscard]] QStringList sceneIdentifiers() const;
 
     // New controllers without a QObject parent; nullptr, with a logged error, for an unknown
     // identifier.
