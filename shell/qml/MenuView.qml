@@ -32,6 +32,8 @@ Rectangle {
             objectName: "menuRow" + index
             width: ListView.view.width
             height: 44
+            leftPadding: 20
+            rightPadding: 20
             enabled: rowEnabled
             Accessible.name: title
             onClicked: menu.controller.tableView.userSelectedRow(index, 0)
@@ -60,7 +62,7 @@ Rectangle {
         id: versionLine
         anchors.left: parent.left
         anchors.bottom: parent.bottom
-        anchors.margins: 16
+        anchors.margins: 20
         outlet: menu.controller.versionLabel
         font.pixelSize: 13
     }
