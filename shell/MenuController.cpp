@@ -162,20 +162,6 @@ void MenuController::tableViewDidSelectRowAtIndexPath(int row, int section)
     }
 }
 
-void MenuController::presentFullScreen(const QString &storyboardName, const QString &identifier)
-{
-    ui::Storyboard *storyboard = ui::Storyboard::storyboardWithName(storyboardName);
-    ui::ViewController *controller =
-        storyboard ? storyboard->instantiateViewControllerWithIdentifier(identifier) : nullptr;
-    if (!controller)
-        return;
-    controller->setModalPresentationStyle(ui::ViewController::ModalPresentationStyle::FullScreen);
-    presentViewController(controller, true);
-    // A presentation refused (another one showing) leaves nothing behind.
-    if (!controller->presentingViewController())
-        delete controller;
-}
-
 void MenuController::presentProfilePreview()
 {
     presentFullScreen(kProfilePreviewStoryboard, QStringLiteral("profile"));

@@ -65,7 +65,6 @@ private:
     void presentProfilePreview();
     void openContactPage();
     void logOut();
-    void presentFullScreen(const QString &storyboard, const QString &identifier);
 
     MenuSettings m_settings;
     QStringList m_storyboardSegues;

@@ -9,7 +9,6 @@
 #include "View.h"
 
 #include <QTimer>
-
 #include <algorithm>
 
 namespace ui {
@@ -27,11 +26,7 @@ QString describe(const QObject *object)
 
 } // namespace
 
-ViewController::ViewController(QObject *parent)
-    : QObject(parent)
-    , m_navigationItem(new NavigationItem(this))
-{
-}
+ViewController::ViewController(QObject *parent) : QObject(parent), m_navigationItem(new NavigationItem(this)) {}
 
 ViewController::~ViewController()
 {
@@ -175,8 +170,8 @@ void ViewController::dismissViewControllerAnimated(bool animated, Completion com
     QList<QPointer<ViewController>> chain;
     for (ViewController *c = host->m_presented; c; c = c->m_presented)
         chain.append(c);
-    const bool hostReturns = chain.first()->m_modalPresentationStyle == ModalPresentationStyle::FullScreen
-        && chain.first()->isOnScreen();
+    const bool hostReturns =
+        chain.first()->m_modalPresentationStyle == ModalPresentationStyle::FullScreen && chain.first()->isOnScreen();
     const bool hostOwnsFirst = chain.first()->parent() == host;
 
     host->m_presented = nullptr;
@@ -353,6 +348,20 @@ void ViewController::endAppearanceTransition()
 void ViewController::later(std::function<void()> fn)
 {
     QTimer::singleShot(0, this, std::move(fn));
+}
+
+bool ViewController::presentFullScreen(const QString &storyboardName, const QString &identifier)
+{
+    Storyboard *storyboard = Storyboard::storyboardWithName(storyboardName);
+    ViewController *controller = storyboard ? storyboard->instantiateViewControllerWithIdentifier(identifier) : nullptr;
+    if (!controller)
+        return false;
+    controller->setModalPresentationStyle(ModalPresentationStyle::FullScreen);
+    presentViewController(controller, true);
+    if (controller->presentingViewController())
+        return true;
+    delete controller;
+    return false;
 }
 
 } // namespace ui

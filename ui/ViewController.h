@@ -9,7 +9,6 @@
 #include <QPointer>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
-
 #include <functional>
 
 namespace ui {
@@ -32,15 +31,15 @@ class ViewController : public QObject {
     Q_PROPERTY(ui::NavigationItem *navigationItem READ navigationItem CONSTANT)
     Q_PROPERTY(ui::View *view READ view CONSTANT)
     Q_PROPERTY(QUrl viewUrl READ viewUrl WRITE setViewUrl NOTIFY viewUrlChanged)
-    Q_PROPERTY(ui::ViewController *presentedViewController READ presentedViewController NOTIFY
-                   presentedViewControllerChanged)
+    Q_PROPERTY(
+        ui::ViewController *presentedViewController READ presentedViewController NOTIFY presentedViewControllerChanged)
     Q_PROPERTY(ui::ViewController *presentingViewController READ presentingViewController NOTIFY
                    presentingViewControllerChanged)
     Q_PROPERTY(ui::ViewController *parentViewController READ parentViewController NOTIFY parentViewControllerChanged)
-    Q_PROPERTY(QList<ui::ViewController *> childViewControllers READ childViewControllers NOTIFY
-                   childViewControllersChanged)
-    Q_PROPERTY(ModalPresentationStyle modalPresentationStyle READ modalPresentationStyle WRITE
-                   setModalPresentationStyle NOTIFY modalPresentationStyleChanged)
+    Q_PROPERTY(
+        QList<ui::ViewController *> childViewControllers READ childViewControllers NOTIFY childViewControllersChanged)
+    Q_PROPERTY(ModalPresentationStyle modalPresentationStyle READ modalPresentationStyle WRITE setModalPresentationStyle
+                   NOTIFY modalPresentationStyleChanged)
     Q_PROPERTY(AppearanceState appearanceState READ appearanceState NOTIFY appearanceStateChanged)
     Q_PROPERTY(QString storyboardIdentifier READ storyboardIdentifier CONSTANT)
 
@@ -77,6 +76,9 @@ public:
     // alert is on screen anywhere in the window. Screens inside a container present from the
     // outermost container, as the platform does.
     void presentViewController(ViewController *controller, bool animated, Completion completion = {});
+    // Makes the storyboard's scene and presents it full screen, animated. False, with nothing
+    // left behind, when the scene is missing or the presentation is refused.
+    bool presentFullScreen(const QString &storyboardName, const QString &identifier);
     // Dismisses what this screen presents (with everything above it), or, when it presents
     // nothing, this screen itself from its presenter.
     void dismissViewControllerAnimated(bool animated, Completion completion = {});
