@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+// Reads a photo the person picked from a file. A large picture is decoded straight to a
+// smaller size, so that the full-size bitmap is never held in memory.
+class ProfilePhotoReader {
+public:
+    // Pictures wider or taller than this are reduced while decoding (twice the stored width
+    // leaves room for a sharp preview).
+    static constexpr int kMaximumSide = 1200;
+
+    struct Result {
+        QImage image;  // null on failure
+        QString error; // why the file could not be used; empty on success
+    };
+
+    [[nodiscard]] static Result read(const QString &path);
+};

@@ -1,0 +1,579 @@
+// The profile hub against the local backend: editing and saving, the role change and its
+// skills, the menu while editing, the photo, a lost connection and the deletion request.
+#include "AlertController.h"
+#include "DeletionNotice.h"
+#include "Freelancer.h"
+#include "LoginPageTableViewController.h"
+#include "MasterProfileViewController.h"
+#include "NavigationController.h"
+#include "PFUser.h"
+#include "PickerField.h"
+#include "ProfileFixture.h"
+#include "ProfilePhotoEncoder.h"
+#include "ProfileTableViewController.h"
+#include "RevealViewController.h"
+#include "SkillLists.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const QString kInvalidForm = QStringLiteral(
+    "Please check the form as one or more of its contents are not valid.  We require each field to be populated and "
+    "a valid email address.  The details HAVE NOT Saved.");
+const QString kMenuWarning = QStringLiteral(
+    "You are currently editing and may changed some of the values.  Press exit to leave without saving or press SAVE "
+    "to ensure you dont loose any changes.");
+const QString kDeletionWarning = QStringLiteral(
+    "You have pressed delete profile. You will be locked out of your account.  Our admin team will be advised to "
+    "completely remove your profile and data.  This is ireversible. Do you want to proceed?");
+
+const QString kNotAuthorised = QStringLiteral(
+    "Sorry it appears your account has not yet been authorised.  Please contact Vantrel Admin if you are not "
+    "authorised within 7 days.");
+
+QStringList skillsOf(const QJsonObject &freelancer)
+{
+    QStringList skills;
+    for (const QJsonValue value : freelancer.value(QStringLiteral("skills")).toArray())
+        skills << value.toString();
+    return skills;
+}
+
+QString roleOf(const QJsonObject &freelancer)
+{
+    return freelancer.value(QStringLiteral("freelanceCategory"))
+        .toObject()
+        .value(QStringLiteral("categoryTitle"))
+        .toString();
+}
+
+// The notices of one function sent since the outbox had `before` lines.
+QList<QJsonObject> noticesAfter(int before)
+{
+    QList<QJsonObject> notices;
+    const QStringList lines = TestBackend::readLines(TestBackend::instance().noticeOutbox());
+    for (qsizetype i = before; i < lines.size(); ++i)
+        notices << QJsonDocument::fromJson(lines.at(i).toUtf8()).object();
+    return notices;
+}
+
+QString writePicture(const QTemporaryDir &dir, const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(QColor(30, 120, 90));
+    QPainter(&image).fillRect(QRect(QPoint(0, 0), size / 3), Qt::yellow);
+    const QString path = dir.filePath(QStringLiteral("picked.png"));
+    return image.save(path, "PNG") ? path : QString();
+}
+
+} // namespace
+
+class TestProfileHub : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<ProfileFixture> m_fixture;
+    ProfileFixture &f() { return *m_fixture; }
+
+    MasterProfileViewController *open(ProfileFixture::Member &member, const QString &role = QStringLiteral("Print"),
+                                      const QStringList &skills = {QStringLiteral("Writer")})
+    {
+        member = f().makeFreelancer(role, skills);
+        return f().openHub(member);
+    }
+
+    // Saves and answers the alert; true when it said "Changes Saved".
+    static bool saveAndConfirm(MasterProfileViewController *hub)
+    {
+        hub->saveButton()->click();
+        ui::AlertController *alert = ProfileFixture::expectAlert(
+            QStringLiteral("Success"), QStringLiteral("Changes Saved"), {QStringLiteral("Ok")});
+        ProfileFixture::choose(alert, QStringLiteral("Ok"));
+        return alert != nullptr;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        REQUIRE_BACKEND();
+        m_fixture = std::make_unique<ProfileFixture>();
+        QVERIFY(f().isReady());
+    }
+    void cleanup()
+    {
+        m_fixture.reset();
+        PFUser::logOut();
+    }
+
+    void opensWithTheSignedInUsersRecords()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        ProfileTableViewController *table = hub->profileTable();
+        QVERIFY(table);
+        QCOMPARE(table->firstNameTextField()->text(), QStringLiteral("Amara"));
+        QCOMPARE(table->emailAddressTextField()->text(), member.user.username);
+        QCOMPARE(table->roleTextField()->text(), QStringLiteral("Print"));
+        QCOMPARE(hub->freelancer()->objectId(), member.freelancerId);
+        QCOMPARE(hub->categories().size(), 4);
+        QVERIFY(!table->isTableEditing());
+        QVERIFY(!table->firstNameTextField()->isEnabled());
+        QCOMPARE(hub->editButton()->title(), QStringLiteral("EDIT"));
+        QCOMPARE(hub->navigationItem()->leftBarButtonItem(), hub->menuButton());
+    }
+
+    void editTogglesTheWholeForm()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        ProfileTableViewController *table = hub->profileTable();
+        hub->editButton()->click();
+        QVERIFY(table->isTableEditing());
+        QCOMPARE(hub->editButton()->title(), QStringLiteral("SAVE"));
+        for (ui::TextField *field : table->textFields())
+            QVERIFY2(field->isEnabled(), qPrintable(field->objectName()));
+        QVERIFY(table->whatsAppSwitch()->isEnabled());
+        hub->editButton()->click();
+        QVERIFY(!table->isTableEditing());
+        QCOMPARE(hub->editButton()->title(), QStringLiteral("EDIT"));
+        QVERIFY(!table->positionTextField()->isEnabled());
+    }
+
+    void pickersFillTheRoleAndTheCodes()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        ProfileTableViewController *table = hub->profileTable();
+        hub->editButton()->click();
+
+        table->roleTextField()->setText({});
+        table->roleTextField()->userFocusChanged(true);
+        QTRY_VERIFY(table->rolePicker()->sheet());
+        QCOMPARE(table->rolePicker()->sheet()->rows(),
+                 (QStringList{"Broadcast", "Print", "Multi-Skilled", "Citizen Journalist"}));
+        table->rolePicker()->sheet()->setSelectedIndex(3);
+        table->rolePicker()->sheet()->done();
+        QTRY_COMPARE(table->roleTextField()->text(), QStringLiteral("Citizen Journalist"));
+        QTRY_VERIFY(!ui::AlertController::alertOnScreen() && !hub->presentedViewController());
+
+        // The first row of a dialling-code picker is "no code".
+        table->countryCodeTextField()->setText({});
+        table->countryCodeTextField()->userFocusChanged(true);
+        QTRY_VERIFY(table->countryCodePicker()->sheet());
+        ui::PickerSheet *sheet = table->countryCodePicker()->sheet();
+        QVERIFY(sheet->rows().size() > 200);
+        QVERIFY(sheet->rows().first().startsWith(QStringLiteral("None:")));
+        const int ghana = int(sheet->rows().indexOf(QRegularExpression(QStringLiteral("^Ghana:.*"))));
+        QVERIFY(ghana > 0);
+        sheet->setSelectedIndex(ghana);
+        sheet->done();
+        QTRY_COMPARE(table->countryCodeTextField()->text(), QStringLiteral("+233"));
+    }
+
+    void saveWithoutEditSaysThereIsNothing()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        hub->profileTable()->positionTextField()->setText(QStringLiteral("Changed without EDIT"));
+        hub->saveButton()->click();
+        ui::AlertController *alert = ProfileFixture::expectAlert(
+            QStringLiteral("Admin"), QStringLiteral("There are no changes to save at this moment"),
+            {QStringLiteral("Ok")});
+        QVERIFY(alert);
+        QVERIFY(hub->loadingSpinner()->actInd()->isHidden());
+        ProfileFixture::choose(alert, QStringLiteral("Ok"));
+        QCOMPARE(ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("position")).toString(),
+                 QStringLiteral("Camera operator"));
+    }
+
+    void invalidFormIsNotSaved_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no first name") << "firstNameTextField"
+                                       << "";
+        QTest::newRow("no last name") << "lastNameTextField"
+                                      << "";
+        QTest::newRow("no position") << "positionTextField"
+                                     << "";
+        QTest::newRow("no mobile number") << "mobileTelephoneNumberTextField"
+                                          << "";
+        QTest::newRow("e-mail without domain") << "emailAddressTextField"
+                                               << "amara@example";
+        QTest::newRow("e-mail with a blank") << "emailAddressTextField"
+                                             << " amara@example.test";
+        QTest::newRow("10,000-character position") << "positionTextField" << QString(10000, QLatin1Char('p'));
+    }
+    void invalidFormIsNotSaved()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, text);
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        hub->editButton()->click();
+        auto *input = hub->profileTable()->findChild<ui::TextField *>(field);
+        QVERIFY(input);
+        input->setText(text);
+        hub->profileTable()->lastNameTextField()->setText(
+            field == QLatin1String("lastNameTextField") ? text : QStringLiteral("Mensah"));
+        hub->saveButton()->click();
+        ui::AlertController *alert =
+            ProfileFixture::expectAlert(QStringLiteral("Admin"), kInvalidForm, {QStringLiteral("Ok")});
+        QVERIFY(alert);
+        ProfileFixture::choose(alert, QStringLiteral("Ok"));
+        // Still editing, with what was typed.
+        QVERIFY(hub->profileTable()->isTableEditing());
+        QCOMPARE(input->text(), text);
+        QCOMPARE(ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("lastName")).toString(),
+                 QStringLiteral("Okafor"));
+    }
+
+    void savesTheContactKeys()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        ProfileTableViewController *table = hub->profileTable();
+        hub->editButton()->click();
+        table->firstNameTextField()->setText(QStringLiteral("  Ama \n"));
+        table->lastNameTextField()->setText(QStringLiteral("\tMensah  "));
+        table->positionTextField()->setText(QStringLiteral(" Sound recordist "));
+        table->emailAddressTextField()->setText(QStringLiteral("ama.mensah@example.test"));
+        table->countryCodeTextField()->setText(QStringLiteral("+233"));
+        table->mobileTelephoneNumberTextField()->setText(QStringLiteral("201234567"));
+        table->workCountryCodeTextField()->setText(QStringLiteral("+44"));
+        table->workTelephoneNumberTextField()->setText(QStringLiteral("2079460000"));
+        table->whatsAppSwitch()->setOn(true);
+        QVERIFY(saveAndConfirm(hub));
+        QVERIFY(!table->isTableEditing());
+        QCOMPARE(hub->editButton()->title(), QStringLiteral("EDIT"));
+
+        const QJsonObject user = ProfileFixture::serverUser(member.user.objectId);
+        QCOMPARE(user.value(QStringLiteral("firstName")).toString(), QStringLiteral("Ama"));
+        QCOMPARE(user.value(QStringLiteral("lastName")).toString(), QStringLiteral("Mensah"));
+        QCOMPARE(user.value(QStringLiteral("position")).toString(), QStringLiteral(" Sound recordist "));
+        QCOMPARE(user.value(QStringLiteral("workEmail")).toString(), QStringLiteral("ama.mensah@example.test"));
+        QCOMPARE(user.value(QStringLiteral("mobileCountryCode")).toString(), QStringLiteral("+233"));
+        QCOMPARE(user.value(QStringLiteral("mobileTelephoneNumber")).toString(), QStringLiteral("201234567"));
+        QCOMPARE(user.value(QStringLiteral("officeCountryCode")).toString(), QStringLiteral("+44"));
+        QCOMPARE(user.value(QStringLiteral("officeTelephoneNumber")).toString(), QStringLiteral("2079460000"));
+        // The login name stays.
+        QCOMPARE(user.value(QStringLiteral("username")).toString(), member.user.username);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            ProfileFixture::serverFreelancer(member.freelancerId).value(QStringLiteral("isWhatsApp")).toBool(), 10000);
+    }
+
+    void roleChangeSetsTheSkills_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QStringList>("skills");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("savedRole");
+        QTest::addColumn<QStringList>("savedSkills");
+        const QStringList both = SkillLists::broadcastSkills() + SkillLists::printSkills();
+        const QStringList chosen{"Writer", "TV Sound"};
+        QTest::newRow("Print to Multi-Skilled") << "Print" << QStringList{"Writer"} << "Multi-Skilled"
+                                                << "Multi-Skilled" << both;
+        QTest::newRow("same role keeps the chosen skills") << "Multi-Skilled" << chosen << "Multi-Skilled"
+                                                           << "Multi-Skilled" << chosen;
+        QTest::newRow("to Citizen Journalist")
+            << "Broadcast" << QStringList{"TV Camera", "TV Sound"} << "Citizen Journalist"
+            << "Citizen Journalist" << QStringList{"User-Generator/Live-Streamer"};
+        QTest::newRow("to Broadcast empties the skills") << "Print" << QStringList{"Writer"} << "Broadcast"
+                                                         << "Broadcast" << QStringList();
+        QTest::newRow("no record of that exact title") << "Print" << QStringList{"Writer"} << "multi-skilled"
+                                                       << "Print" << QStringList{"Writer"};
+        QTest::newRow("no role before") << "" << QStringList() << "Print"
+                                        << "Print" << QStringList();
+    }
+    void roleChangeSetsTheSkills()
+    {
+        QFETCH(QString, from);
+        QFETCH(QStringList, skills);
+        QFETCH(QString, to);
+        QFETCH(QString, savedRole);
+        QFETCH(QStringList, savedSkills);
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member, from, skills);
+        QVERIFY(hub);
+        hub->editButton()->click();
+        hub->profileTable()->roleTextField()->setText(to);
+        QVERIFY(saveAndConfirm(hub));
+        // The freelancer is saved unobserved: wait until the server has it.
+        QTRY_COMPARE_WITH_TIMEOUT(roleOf(ProfileFixture::serverFreelancer(member.freelancerId)), savedRole, 10000);
+        QCOMPARE(skillsOf(ProfileFixture::serverFreelancer(member.freelancerId)), savedSkills);
+    }
+
+    void savingAgainKeepsTheFilledSkills()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        hub->editButton()->click();
+        hub->profileTable()->roleTextField()->setText(QStringLiteral("Multi-Skilled"));
+        QVERIFY(saveAndConfirm(hub));
+        QTRY_COMPARE_WITH_TIMEOUT(skillsOf(ProfileFixture::serverFreelancer(member.freelancerId)).size(), 13, 10000);
+        // The person then trims the list on the skills screen, and saves the profile again.
+        QVERIFY(TestBackend::instance()
+                    .request("PUT", QStringLiteral("/classes/Freelancer/") + member.freelancerId,
+                             {{QStringLiteral("skills"), QJsonArray{QStringLiteral("Writer")}}}, true)
+                    .status == 200);
+        hub->freelancer()->setSkills({QStringLiteral("Writer")});
+        hub->editButton()->click();
+        hub->profileTable()->positionTextField()->setText(QStringLiteral("Editor"));
+        QVERIFY(saveAndConfirm(hub));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("position")).toString(),
+            QStringLiteral("Editor"), 10000);
+        QTest::qWait(300);
+        QCOMPARE(skillsOf(ProfileFixture::serverFreelancer(member.freelancerId)),
+                 QStringList{QStringLiteral("Writer")});
+    }
+
+    void menuButtonAsksWhileEditing()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        RevealViewController *reveal = f().reveal();
+        const int closed = reveal->frontViewPosition();
+
+        // Not editing: the menu opens at once, and closes again.
+        hub->menuButton()->click();
+        QTRY_VERIFY(reveal->frontViewPosition() != closed);
+        QVERIFY(!ui::AlertController::alertOnScreen());
+        hub->menuButton()->click();
+        QTRY_COMPARE(reveal->frontViewPosition(), closed);
+
+        hub->editButton()->click();
+        hub->profileTable()->positionTextField()->setText(QStringLiteral("Half typed"));
+        hub->menuButton()->click();
+        ui::AlertController *alert = ProfileFixture::expectAlert(QStringLiteral("Warning"), kMenuWarning,
+                                                                 {QStringLiteral("Exit"), QStringLiteral("CANCEL")});
+        QVERIFY(alert);
+        QCOMPARE(alert->actions().first()->style(), ui::AlertAction::Style::Destructive);
+        QCOMPARE(alert->actions().last()->style(), ui::AlertAction::Style::Default);
+        ProfileFixture::choose(alert, QStringLiteral("CANCEL"));
+        QTest::qWait(100);
+        QCOMPARE(reveal->frontViewPosition(), closed);
+        QVERIFY(hub->profileTable()->isTableEditing());
+        QCOMPARE(hub->profileTable()->positionTextField()->text(), QStringLiteral("Half typed"));
+
+        hub->menuButton()->click();
+        alert = ProfileFixture::expectAlert(QStringLiteral("Warning"), kMenuWarning,
+                                            {QStringLiteral("Exit"), QStringLiteral("CANCEL")});
+        ProfileFixture::choose(alert, QStringLiteral("Exit"));
+        QTRY_VERIFY(reveal->frontViewPosition() != closed);
+        // Nothing was saved.
+        QCOMPARE(ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("position")).toString(),
+                 QStringLiteral("Camera operator"));
+    }
+
+    void savedPhotoIsScaledJpeg()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        QTemporaryDir dir;
+        const QString path = writePicture(dir, QSize(1000, 701));
+        QVERIFY(!path.isEmpty());
+        ProfileTableViewController *table = hub->profileTable();
+        hub->editButton()->click();
+        table->photoPicked(QUrl::fromLocalFile(path));
+        QVERIFY(table->hasPhotoChanged());
+        const QByteArray expected = ProfilePhotoEncoder::encode(table->profilePictureView()->image());
+        QVERIFY(saveAndConfirm(hub));
+
+        const QJsonObject picture =
+            ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("profilePicture")).toObject();
+        QCOMPARE(picture.value(QStringLiteral("__type")).toString(), QStringLiteral("File"));
+        const QByteArray stored = ProfileFixture::download(picture.value(QStringLiteral("url")).toString());
+        QCOMPARE(stored, expected);
+        QImage decoded;
+        QVERIFY(decoded.loadFromData(stored, "JPEG"));
+        QCOMPARE(decoded.size(), QSize(600, 421)); // 701 * 600 / 1000 = 420.6
+    }
+
+    void changedPhotoIsSavedOnLeaving()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        QTemporaryDir dir;
+        hub->editButton()->click();
+        hub->profileTable()->photoPicked(QUrl::fromLocalFile(writePicture(dir, QSize(300, 200))));
+        QVERIFY(hub->profileTable()->hasPhotoChanged());
+        // Leaving for the password change.
+        hub->changePasswordButton()->click();
+        auto *navigation = hub->navigationController();
+        QTRY_COMPARE(navigation->viewControllers().size(), 2);
+        QCOMPARE(navigation->topViewController()->storyboardIdentifier(), QStringLiteral("passwordChange"));
+        QVERIFY(!hub->profileTable()->hasPhotoChanged());
+        QJsonObject picture;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            !(picture =
+                  ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("profilePicture")).toObject())
+                 .isEmpty(),
+            10000);
+        QImage decoded;
+        QVERIFY(
+            decoded.loadFromData(ProfileFixture::download(picture.value(QStringLiteral("url")).toString()), "JPEG"));
+        QCOMPARE(decoded.size(), QSize(600, 400));
+        // Only the photo: the name typed meanwhile was not saved.
+        QCOMPARE(ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("firstName")).toString(),
+                 QStringLiteral("Amara"));
+    }
+
+    void storedPhotoIsShownWhenTheHubOpens()
+    {
+        ProfileFixture::Member first;
+        MasterProfileViewController *hub = open(first);
+        QVERIFY(hub);
+        QTemporaryDir dir;
+        hub->editButton()->click();
+        hub->profileTable()->photoPicked(QUrl::fromLocalFile(writePicture(dir, QSize(1200, 600))));
+        QVERIFY(saveAndConfirm(hub));
+
+        // A later visit shows the stored photo.
+        m_fixture.reset();
+        m_fixture = std::make_unique<ProfileFixture>();
+        hub = f().openHub(first);
+        QVERIFY(hub);
+        QTRY_VERIFY_WITH_TIMEOUT(hub->profileTable()->profilePictureView()->hasImage(), 10000);
+        QCOMPARE(hub->profileTable()->profilePictureView()->image().size(), QSize(600, 300));
+        QVERIFY(!hub->profileTable()->hasPhotoChanged());
+    }
+
+    void pickingAFileThatIsNoPictureKeepsThePhoto()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        QTemporaryDir dir;
+        ProfileTableViewController *table = hub->profileTable();
+        hub->editButton()->click();
+        table->photoPicked(QUrl::fromLocalFile(writePicture(dir, QSize(200, 100))));
+        const QImage shown = table->profilePictureView()->image();
+        QFile text(dir.filePath(QStringLiteral("cv.jpg")));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("Curriculum vitae\n");
+        text.close();
+        table->setHasPhotoChanged(false);
+        table->photoPicked(QUrl::fromLocalFile(text.fileName()));
+        ui::AlertController *alert = ui::AlertController::alertOnScreen();
+        QVERIFY(alert);
+        QCOMPARE(alert->title(), QStringLiteral("Sorry"));
+        QVERIFY(alert->message().startsWith(QStringLiteral("That file cannot be used as your photo.")));
+        ProfileFixture::choose(alert, QStringLiteral("Ok"));
+        QCOMPARE(table->profilePictureView()->image(), shown);
+        QVERIFY(!table->hasPhotoChanged());
+    }
+
+    void lostConnectionKeepsTheForm()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        ProfileTableViewController *table = hub->profileTable();
+        hub->editButton()->click();
+        table->positionTextField()->setText(QStringLiteral("Typed before the signal went"));
+        f().restartClient(QStringLiteral("http://127.0.0.1:9"));
+        QVERIFY(PFUser::currentUser());
+        hub->saveButton()->click();
+        QVERIFY(QTest::qWaitFor([] { return ui::AlertController::alertOnScreen() != nullptr; }, 30000));
+        ui::AlertController *alert = ui::AlertController::alertOnScreen();
+        QCOMPARE(alert->title(), QStringLiteral("Error"));
+        QVERIFY2(alert->message().startsWith(QStringLiteral("Sorry it appears something has gone wrong\n\n")) &&
+                     alert->message().size() > 45,
+                 qPrintable(alert->message()));
+        ProfileFixture::choose(alert, QStringLiteral("Ok"));
+        QVERIFY(hub->loadingSpinner()->actInd()->isHidden());
+        QCOMPARE(table->positionTextField()->text(), QStringLiteral("Typed before the signal went"));
+        QCOMPARE(table->firstNameTextField()->text(), QStringLiteral("Amara"));
+    }
+
+    void deletionRequestCanBeCancelled()
+    {
+        ProfileFixture::Member member;
+        MasterProfileViewController *hub = open(member);
+        QVERIFY(hub);
+        hub->deleteProfileButton()->click();
+        ui::AlertController *alert =
+            ProfileFixture::expectAlert(QStringLiteral("Warning"), kDeletionWarning,
+                                        {QStringLiteral("YES DELETE MY PROFILE"), QStringLiteral("cancel")});
+        QVERIFY(alert);
+        QCOMPARE(alert->actions().first()->style(), ui::AlertAction::Style::Destructive);
+        ProfileFixture::choose(alert, QStringLiteral("cancel"));
+        QVERIFY(PFUser::currentUser());
+        QVERIFY(ProfileFixture::serverUser(member.user.objectId).value(QStringLiteral("isAuthorised")).toBool());
+    }
+
+    void deletionRequestFlagsNotifiesAndSignsOut()
+    {
+        ProfileFixture::Member member =
+            f().makeFreelancer(QStringLiteral("Print"), {}, {{QStringLiteral("lastName"), QJsonValue::Null}});
+        MasterProfileViewController *hub = f().openHub(member);
+        QVERIFY(hub);
+        const int before = int(TestBackend::readLines(TestBackend::instance().noticeOutbox()).size());
+        hub->deleteProfileButton()->click();
+        ui::AlertController *alert =
+            ProfileFixture::expectAlert(QStringLiteral("Warning"), kDeletionWarning,
+                                        {QStringLiteral("YES DELETE MY PROFILE"), QStringLiteral("cancel")});
+        ProfileFixture::choose(alert, QStringLiteral("YES DELETE MY PROFILE"));
+
+        QTRY_VERIFY_WITH_TIMEOUT(hub->presentedViewController(), 20000);
+        QCOMPARE(hub->presentedViewController()->storyboardIdentifier(), QStringLiteral("login"));
+        QCOMPARE(hub->presentedViewController()->modalPresentationStyle(),
+                 ui::ViewController::ModalPresentationStyle::FullScreen);
+        QVERIFY(!PFUser::currentUser());
+        const QJsonObject user = ProfileFixture::serverUser(member.user.objectId);
+        QCOMPARE(user.value(QStringLiteral("isAuthorised")).toBool(true), false);
+        QCOMPARE(user.value(QStringLiteral("shouldDeleteAccount")).toBool(), true);
+
+        QList<QJsonObject> notices;
+        QTRY_VERIFY_WITH_TIMEOUT(!(notices = noticesAfter(before)).isEmpty(), 10000);
+        QJsonObject notice;
+        for (const QJsonObject &candidate : std::as_const(notices)) {
+            if (candidate.value(QStringLiteral("requestedBy")).toString() == member.user.objectId)
+                notice = candidate;
+        }
+        QVERIFY2(!notice.isEmpty(), QJsonDocument(notices.first()).toJson().constData());
+        QCOMPARE(notice.value(QStringLiteral("channel")).toString(), QStringLiteral("email"));
+        QCOMPARE(notice.value(QStringLiteral("recipient")).toString(), ProfileFixture::kAdministrator);
+        QCOMPARE(notice.value(QStringLiteral("subject")).toString(),
+                 QStringLiteral("Delete Freelancer Profile - Vantrel Message"));
+        QCOMPARE(notice.value(QStringLiteral("body")).toString(),
+                 DeletionNotice::body(QStringLiteral("Amara"), QString(), member.user.objectId, member.user.username));
+        QVERIFY(notice.value(QStringLiteral("body"))
+                    .toString()
+                    .startsWith(QStringLiteral("There is a new request from Amara  to delete their profile.")));
+
+        // The login page shown now refuses the account.
+        auto *loginStack = qobject_cast<ui::NavigationController *>(hub->presentedViewController());
+        QVERIFY(loginStack);
+        auto *login = qobject_cast<LoginPageTableViewController *>(loginStack->topViewController());
+        QVERIFY(login);
+        QTRY_COMPARE(login->appearanceState(), ui::ViewController::AppearanceState::Appeared);
+        login->userNameTextField()->setText(member.user.username);
+        login->passwordTextField()->setText(member.user.password);
+        login->loginButton()->click();
+        alert = ProfileFixture::expectAlert(QStringLiteral("Error"), kNotAuthorised, {QStringLiteral("Ok")});
+        QVERIFY(alert);
+        ProfileFixture::choose(alert, QStringLiteral("Ok"));
+        QVERIFY(!login->presentedViewController());
+    }
+};
+
+QTEST_MAIN(TestProfileHub)
+#include "tst_profile_hub.moc"

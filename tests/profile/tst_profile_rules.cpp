@@ -1,0 +1,254 @@
+// The profile's pure rules: the stored photo's size and encoding, reading picked files, the
+// skills a role change starts with, and the deletion notice's text.
+#include "DeletionNotice.h"
+#include "FreelanceCategory.h"
+#include "Freelancer.h"
+#include "ProfilePhotoEncoder.h"
+#include "ProfilePhotoReader.h"
+#include "RoleChange.h"
+#include "SkillLists.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+QImage photo(int width, int height)
+{
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.fillRect(QRect(0, 0, width / 2, height), QColor(200, 40, 40));
+    painter.fillRect(QRect(width / 2, 0, width - width / 2, height / 2), QColor(40, 40, 200));
+    return image;
+}
+
+std::shared_ptr<FreelanceCategory> category(const QString &id, const QString &title)
+{
+    auto record = std::make_shared<FreelanceCategory>();
+    record->setObjectId(id);
+    record->setCategoryTitle(title);
+    return record;
+}
+
+} // namespace
+
+class TestProfileRules : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void storedPhotoSize_data()
+    {
+        QTest::addColumn<QSize>("source");
+        QTest::addColumn<QSize>("stored");
+        QTest::newRow("landscape") << QSize(1200, 800) << QSize(600, 400);
+        QTest::newRow("height rounded up") << QSize(7, 3) << QSize(600, 258);
+        QTest::newRow("just over a whole pixel") << QSize(1000, 333) << QSize(600, 200);
+        QTest::newRow("portrait") << QSize(300, 1000) << QSize(600, 2000);
+        QTest::newRow("already 600 wide") << QSize(600, 450) << QSize(600, 450);
+        QTest::newRow("one pixel") << QSize(1, 1) << QSize(600, 600);
+        QTest::newRow("a thin strip keeps one row") << QSize(5000, 1) << QSize(600, 1);
+    }
+    void storedPhotoSize()
+    {
+        QFETCH(QSize, source);
+        QFETCH(QSize, stored);
+        const QByteArray jpeg = ProfilePhotoEncoder::encode(photo(source.width(), source.height()));
+        QVERIFY(jpeg.startsWith("\xff\xd8\xff"));
+        QImage decoded;
+        QVERIFY(decoded.loadFromData(jpeg, "JPEG"));
+        QCOMPARE(decoded.size(), stored);
+    }
+
+    void photoIsJpegOfQualityFifty()
+    {
+        const QImage source = photo(900, 700);
+        const QByteArray jpeg = ProfilePhotoEncoder::encode(source);
+        auto encodedAt = [&](int quality) {
+            QByteArray bytes;
+            QBuffer buffer(&bytes);
+            buffer.open(QIODevice::WriteOnly);
+            ProfilePhotoEncoder::scaled(source).save(&buffer, "JPEG", quality);
+            return bytes;
+        };
+        QCOMPARE(jpeg, encodedAt(50));
+        QVERIFY(jpeg != encodedAt(75));
+        QVERIFY(jpeg != encodedAt(25));
+    }
+
+    void transparentAreasTurnWhite()
+    {
+        const QImage stored = ProfilePhotoEncoder::scaled(photo(100, 100));
+        // The lower right quarter of the source is transparent.
+        const QColor corner = stored.pixelColor(stored.width() - 5, stored.height() - 5);
+        QVERIFY2(corner.lightness() > 240, qPrintable(corner.name()));
+    }
+
+    void nothingToEncode()
+    {
+        QVERIFY(ProfilePhotoEncoder::encode(QImage()).isEmpty());
+        QVERIFY(ProfilePhotoEncoder::scaled(QImage()).isNull());
+    }
+
+    void pickedFiles_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("text file") << "notes.jpg" << QByteArray("these are not pixels") << false;
+        QTest::newRow("empty file") << "empty.png" << QByteArray() << false;
+        QTest::newRow("cut-off PNG") << "cut.png" << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16) << false;
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        photo(40, 30).save(&buffer, "PNG");
+        QTest::newRow("small PNG") << "small.png" << png << true;
+    }
+    void pickedFiles()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, content);
+        QFETCH(bool, accepted);
+        QTemporaryDir dir;
+        QFile out(dir.filePath(file));
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(content);
+        out.close();
+        const ProfilePhotoReader::Result result = ProfilePhotoReader::read(out.fileName());
+        QCOMPARE(!result.image.isNull(), accepted);
+        QCOMPARE(result.error.isEmpty(), accepted);
+    }
+
+    void missingFileIsRefused()
+    {
+        const ProfilePhotoReader::Result result = ProfilePhotoReader::read(QStringLiteral("/nonexistent/photo.jpg"));
+        QVERIFY(result.image.isNull());
+        QVERIFY(!result.error.isEmpty());
+    }
+
+    void hugePictureIsReducedWhileDecoding_data()
+    {
+        QTest::addColumn<QByteArray>("format");
+        QTest::newRow("JPEG") << QByteArray("JPEG");
+        QTest::newRow("PNG") << QByteArray("PNG");
+    }
+    void hugePictureIsReducedWhileDecoding()
+    {
+        QFETCH(QByteArray, format);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("huge.") + QString::fromLatin1(format).toLower());
+        QVERIFY(photo(4800, 3200).save(path, format.constData()));
+        const ProfilePhotoReader::Result result = ProfilePhotoReader::read(path);
+        QVERIFY2(result.error.isEmpty(), qPrintable(result.error));
+        QCOMPARE(result.image.size(), QSize(ProfilePhotoReader::kMaximumSide, 800));
+    }
+
+    void startingSkills_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QStringList>("skills");
+        const QStringList both = SkillLists::broadcastSkills() + SkillLists::printSkills();
+        QTest::newRow("Multi-Skilled") << "Multi-Skilled" << both;
+        QTest::newRow("multi-skilled, other case") << "MULTI-skilled" << both;
+        QTest::newRow("Citizen Journalist") << "Citizen Journalist" << QStringList{"User-Generator/Live-Streamer"};
+        QTest::newRow("Broadcast") << "Broadcast" << QStringList();
+        QTest::newRow("Print") << "Print" << QStringList();
+    }
+    void startingSkills()
+    {
+        QFETCH(QString, title);
+        QFETCH(QStringList, skills);
+        QCOMPARE(RoleChange::startingSkills(title), skills);
+    }
+
+    void multiSkilledHasThirteen() { QCOMPARE(RoleChange::startingSkills(QStringLiteral("Multi-Skilled")).size(), 13); }
+
+    void roleMatchesTitleExactly()
+    {
+        const QList<std::shared_ptr<FreelanceCategory>> categories{
+            category(QStringLiteral("a"), QStringLiteral("Print")),
+            category(QStringLiteral("b"), QStringLiteral("Print")),
+            category(QStringLiteral("c"), QStringLiteral("Broadcast"))};
+        QCOMPARE(RoleChange::categoryForRole(categories, QStringLiteral("Print"))->objectId(), QStringLiteral("a"));
+        QVERIFY(!RoleChange::categoryForRole(categories, QStringLiteral("print")));
+        QVERIFY(!RoleChange::categoryForRole(categories, QString()));
+        QCOMPARE(RoleChange::roles(), (QStringList{"Broadcast", "Print", "Multi-Skilled", "Citizen Journalist"}));
+    }
+
+    void applyingARole_data()
+    {
+        QTest::addColumn<QString>("currentId"); // empty: no role yet
+        QTest::addColumn<QString>("newTitle");
+        QTest::addColumn<QString>("newId");
+        QTest::addColumn<QStringList>("skills");
+        const QStringList chosen{"Writer", "TV Sound"};
+        QTest::newRow("same record keeps the skills") << "ms"
+                                                      << "Multi-Skilled"
+                                                      << "ms" << chosen;
+        QTest::newRow("another record resets them")
+            << "pr"
+            << "Multi-Skilled"
+            << "ms" << (SkillLists::broadcastSkills() + SkillLists::printSkills());
+        QTest::newRow("no role yet") << ""
+                                     << "Citizen Journalist"
+                                     << "cj" << SkillLists::citizenSkills();
+        QTest::newRow("to a role chosen on the skills screen") << "ms"
+                                                               << "Broadcast"
+                                                               << "br" << QStringList();
+    }
+    void applyingARole()
+    {
+        QFETCH(QString, currentId);
+        QFETCH(QString, newTitle);
+        QFETCH(QString, newId);
+        QFETCH(QStringList, skills);
+        Freelancer freelancer;
+        if (!currentId.isEmpty())
+            freelancer.setFreelanceCategory(category(currentId, QStringLiteral("whatever")));
+        freelancer.setSkills({QStringLiteral("Writer"), QStringLiteral("TV Sound")});
+        const auto target = category(newId, newTitle);
+        RoleChange::apply(freelancer, target);
+        QCOMPARE(freelancer.skills(), skills);
+        QCOMPARE(freelancer.freelanceCategory()->objectId(), newId);
+    }
+
+    void noCategoryChangesNothing()
+    {
+        Freelancer freelancer;
+        freelancer.setSkills({QStringLiteral("Writer")});
+        RoleChange::apply(freelancer, nullptr);
+        QCOMPARE(freelancer.skills(), QStringList{QStringLiteral("Writer")});
+        QVERIFY(!freelancer.freelanceCategory());
+    }
+
+    void deletionBody_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("last");
+        QTest::addColumn<QString>("expected");
+        const QString tail = QStringLiteral(
+            " to delete their profile.  Be sure to delete the user and freelancer objects. \n\nPlease delete any "
+            "messages where to & from user == u123\n\nThe user's email address they used to register was "
+            "ada@example.test");
+        QTest::newRow("both names") << "Ada"
+                                    << "Lovelace" << QStringLiteral("There is a new request from Ada Lovelace") + tail;
+        QTest::newRow("no last name") << "Ada"
+                                      << "" << QStringLiteral("There is a new request from Ada ") + tail;
+        QTest::newRow("no names") << ""
+                                  << "" << QStringLiteral("There is a new request from  ") + tail;
+    }
+    void deletionBody()
+    {
+        QFETCH(QString, first);
+        QFETCH(QString, last);
+        QFETCH(QString, expected);
+        QCOMPARE(DeletionNotice::body(first, last, QStringLiteral("u123"), QStringLiteral("ada@example.test")),
+                 expected);
+    }
+};
+
+QTEST_MAIN(TestProfileRules)
+#include "tst_profile_rules.moc"
