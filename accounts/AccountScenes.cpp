@@ -6,6 +6,7 @@
 #include "LoginPageTableViewController.h"
 #include "NavigationController.h"
 #include "PasswordChangeTableViewController.h"
+#include "RegistrationTableViewController.h"
 
 namespace {
 QUrl view(const char *file)
@@ -16,13 +17,14 @@ QUrl view(const char *file)
 
 namespace AccountScenes {
 
-void addTo(ui::StoryboardDefinition &storyboard)
+void addTo(ui::StoryboardDefinition &storyboard, const RegistrationSettings &registration)
 {
     using Kind = ui::StoryboardSegue::Kind;
     storyboard.scenes.insert(kLogin, {[] { return new ui::NavigationController; }, {}, {}, kLoginPage});
     storyboard.scenes.insert(kLoginPage, {[] { return new LoginPageTableViewController; }, view("LoginPage.qml"),
                                           {{QStringLiteral("information"), {Kind::Push, kInformation}},
-                                           {QStringLiteral("PasswordChange"), {Kind::Push, kDefaultPassword}}}});
+                                           {QStringLiteral("PasswordChange"), {Kind::Push, kDefaultPassword}},
+                                           {QStringLiteral("register"), {Kind::Push, kRegistration}}}});
     storyboard.scenes.insert(kInformation,
                              {[] { return new InformationViewController; }, view("InformationPage.qml")});
     storyboard.scenes.insert(kDefaultPassword, {[] { return new DefaultPasswordViewController; },
@@ -30,6 +32,8 @@ void addTo(ui::StoryboardDefinition &storyboard)
                                                 {{QStringLiteral("Table"), {Kind::Embed, kDefaultPasswordTable}}}});
     storyboard.scenes.insert(kDefaultPasswordTable, {[] { return new DefaultPasswordTableViewController; },
                                                      view("DefaultPasswordForm.qml")});
+    storyboard.scenes.insert(kRegistration, {[registration] { return new RegistrationTableViewController(registration); },
+                                             view("RegistrationPage.qml")});
     storyboard.scenes.insert(kPasswordChange, {[] { return new PasswordChangeTableViewController; },
                                                view("PasswordChangePage.qml")});
 }

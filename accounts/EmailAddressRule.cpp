@@ -4,7 +4,8 @@
 
 bool EmailAddressRule::isValid(const QString &text)
 {
-    // Anchored at both ends: the whole text must match, not a part of it.
+    // Anchored at both ends: the whole text must match, not a part of it, as a "SELF MATCHES %@"
+    // predicate tests it.
     static const QRegularExpression rule(
         QRegularExpression::anchoredPattern(QStringLiteral("[A-Z0-9a-z._%+-]+@[A-Za-z0-9.-]+\\.[A-Za-z]{2,64}")));
     return rule.match(text).hasMatch();

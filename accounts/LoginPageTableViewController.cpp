@@ -44,8 +44,6 @@ LoginPageTableViewController::LoginPageTableViewController(QObject *parent)
     m_forgotPasswordButton->setTitle(QStringLiteral("Forgot password?"));
     m_loginButton->setTitle(QStringLiteral("Login"));
     m_registerButton->setTitle(QStringLiteral("Register"));
-    // Registration opens with a later release; until then its button is shown but inactive.
-    m_registerButton->setEnabled(false);
     m_informationButton->setTitle(QStringLiteral("Information"));
     m_loginWithBiometricsButton->setHidden(true);
     // Plain text buttons: only the login button is filled (its view draws that).

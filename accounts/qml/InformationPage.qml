@@ -43,7 +43,7 @@ Flickable {
 
         Heading { text: qsTr("How accounts are authorised") }
         Body {
-            text: qsTr("Register with your work e-mail address and the role that fits you best. Every new account is checked by the Vantrel team before it can sign in; this usually takes a few days, and we write to you once it is done.")
+            text: qsTr("Register with your work e-mail address and the role that fits you best. Your account is ready as soon as you have registered: you are signed in at once and can sign in with your e-mail address and password from then on.")
         }
         Body {
             text: qsTr("If we set up your account for you, we send you a temporary password. The first time you sign in with it you choose a password of your own: at least 8 characters, with an upper-case letter, a lower-case letter and a digit.")
