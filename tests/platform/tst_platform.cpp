@@ -15,218 +15,184 @@ class TestPlatform : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void configurationAcceptsOnlySafeServers_data();
-    void configurationAcceptsOnlySafeServers();
-    void configurationLayersFileEnvironmentAndArguments();
-    void configurationHelpListsEveryOption();
-
-    void userDefaultsKeepValuesPrivately();
-
-    void pushTokenIsMadeOnceAndKept();
-    void pushTokenFileThatIsDamagedIsReplaced();
-
-    void notificationPermissionGrantedWhenServiceExists();
-    void notificationPermissionDeniedWithoutService();
-
-    void secureStoreRoundTrip();
-};
-
-void TestPlatform::configurationAcceptsOnlySafeServers_data()
-{
-    QTest::addColumn<QString>("server");
-    QTest::addColumn<bool>("accepted");
-    QTest::newRow("https anywhere") << "https://api.vantrel.example" << true;
-    QTest::newRow("http on loopback address") << "http://127.0.0.1:1337" << true;
-    QTest::newRow("http on localhost") << "http://localhost:1337" << true;
-    QTest::newRow("http on ipv6 loopback") << "http://[::1]:1337" << true;
-    QTest::newRow("http elsewhere") << "http://api.vantrel.example" << false;
-    QTest::newRow("http on a private address") << "http://192.168.1.4:1337" << false;
-    QTest::newRow("not a web address") << "ftp://127.0.0.1" << false;
-    QTest::newRow("no host") << "https://" << false;
-}
-
-void TestPlatform::configurationAcceptsOnlySafeServers()
-{
-    QFETCH(QString, server);
-    QFETCH(bool, accepted);
-    AppConfiguration config;
-    const auto outcome = config.load({QStringLiteral("app"), QStringLiteral("--server"), server,
-                                      QStringLiteral("--config"), QStringLiteral("/nonexistent.conf")});
-    QCOMPARE(outcome.ok, accepted);
-    if (!accepted)
-        QVERIFY2(outcome.message.contains(QLatin1String("backend server")), qPrintable(outcome.message));
-}
-
-void TestPlatform::configurationLayersFileEnvironmentAndArguments()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("app.conf"));
+    void configurationAcceptsOnlySafeServers_data()
     {
+        QTest::addColumn<QString>("server");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("https anywhere") << "https://api.vantrel.example" << true;
+        QTest::newRow("http on loopback address") << "http://127.0.0.1:1337" << true;
+        QTest::newRow("http on localhost") << "http://localhost:1337" << true;
+        QTest::newRow("http on ipv6 loopback") << "http://[::1]:1337" << true;
+        QTest::newRow("http elsewhere") << "http://api.vantrel.example" << false;
+        QTest::newRow("http on a private address") << "http://192.168.1.4:1337" << false;
+        QTest::newRow("not a web address") << "ftp://127.0.0.1" << false;
+        QTest::newRow("no host") << "https://" << false;
+    }
+
+    void configurationAcceptsOnlySafeServers()
+    {
+        QFETCH(QString, server);
+        QFETCH(bool, accepted);
+        AppConfiguration config;
+        const auto outcome = config.load({QStringLiteral("app"), QStringLiteral("--server"), server,
+                                          QStringLiteral("--config"), QStringLiteral("/nonexistent.conf")});
+        QCOMPARE(outcome.ok, accepted);
+        if (!accepted)
+            QVERIFY2(outcome.message.contains(QLatin1String("backend server")), qPrintable(outcome.message));
+    }
+
+    void configurationLayersFileEnvironmentAndArguments()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("app.conf"));
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("server=https://file.example\nclientKey=fromfile\nhelpEmail=desk@file.example\n");
+        }
+        qputenv("VANTREL_CLIENT_KEY", "fromenv");
+        AppConfiguration config;
+        const auto outcome = config.load({QStringLiteral("app"), QStringLiteral("--config"), path,
+                                          QStringLiteral("--server"), QStringLiteral("https://cli.example")});
+        qunsetenv("VANTREL_CLIENT_KEY");
+        QVERIFY2(outcome.ok, qPrintable(outcome.message));
+        QCOMPARE(config.serverUrl, QUrl(QStringLiteral("https://cli.example")));
+        QCOMPARE(config.clientKey, QStringLiteral("fromenv"));
+        QCOMPARE(config.helpEmail, QStringLiteral("desk@file.example"));
+        QCOMPARE(config.applicationId, QStringLiteral("u8jzPde0IgxLd6GncfBAepfJBd0Kh8oOOL8dKLzd"));
+        QVERIFY(!config.dataDirectory.isEmpty());
+        config.siteUrl = QUrl(QStringLiteral("https://site.example/pages"));
+        QCOMPARE(config.sitePage(QStringLiteral("contactUs.htm")),
+                 QUrl(QStringLiteral("https://site.example/pages/contactUs.htm")));
+    }
+
+    void configurationHelpListsEveryOption()
+    {
+        AppConfiguration config;
+        const auto outcome = config.load({QStringLiteral("app"), QStringLiteral("--help")});
+        QVERIFY(outcome.helpRequested);
+        for (const char *option :
+             {"--server", "--application-id", "--client-key", "--tiles", "--geocoder", "--data-dir"})
+            QVERIFY2(outcome.message.contains(QLatin1String(option)), option);
+
+        const auto wrong = config.load({QStringLiteral("app"), QStringLiteral("--no-such-option")});
+        QVERIFY(!wrong.ok);
+        QVERIFY(wrong.message.contains(QLatin1String("no-such-option")));
+    }
+
+    void userDefaultsKeepValuesPrivately()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("prefs/defaults.ini"));
+        {
+            UserDefaults defaults(path);
+            QVERIFY(!defaults.boolForKey(QStringLiteral("rememberMe")));
+            defaults.setBool(true, QStringLiteral("rememberMe"));
+            defaults.setBool(false, QStringLiteral("hasLoginKey"));
+            defaults.setObject(QStringLiteral("1.0.0"), QStringLiteral("version_number"));
+        }
+        UserDefaults reopened(path);
+        QVERIFY(reopened.boolForKey(QStringLiteral("rememberMe")));
+        QVERIFY(reopened.hasKey(QStringLiteral("hasLoginKey")));
+        QVERIFY(!reopened.boolForKey(QStringLiteral("hasLoginKey")));
+        QCOMPARE(reopened.stringForKey(QStringLiteral("version_number")), QStringLiteral("1.0.0"));
+        reopened.removeObjectForKey(QStringLiteral("rememberMe"));
+        QVERIFY(!reopened.hasKey(QStringLiteral("rememberMe")));
+        QCOMPARE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther),
+                 QFile::Permissions());
+    }
+
+    void pushTokenIsMadeOnceAndKept()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("push-token"));
+        QByteArray first;
+        {
+            PushTokenSource source(path);
+            QSignalSpy spy(&source, &PushTokenSource::didRegisterForRemoteNotificationsWithDeviceToken);
+            source.registerForRemoteNotifications();
+            QCOMPARE(spy.count(), 0); // never inside the call
+            QVERIFY(spy.wait());
+            first = spy.at(0).at(0).toByteArray();
+        }
+        QCOMPARE(first.size(), 32);
+        QVERIFY(first != QByteArray(32, '\0'));
+        QCOMPARE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+
+        PushTokenSource again(path);
+        QSignalSpy spy(&again, &PushTokenSource::didRegisterForRemoteNotificationsWithDeviceToken);
+        again.registerForRemoteNotifications();
+        QVERIFY(spy.wait());
+        QCOMPARE(spy.at(0).at(0).toByteArray(), first);
+    }
+
+    void pushTokenFileThatIsDamagedIsReplaced()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("push-token"));
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("server=https://file.example\nclientKey=fromfile\nhelpEmail=desk@file.example\n");
-    }
-    qputenv("VANTREL_CLIENT_KEY", "fromenv");
-    AppConfiguration config;
-    const auto outcome = config.load({QStringLiteral("app"), QStringLiteral("--config"), path,
-                                      QStringLiteral("--server"), QStringLiteral("https://cli.example")});
-    qunsetenv("VANTREL_CLIENT_KEY");
-    QVERIFY2(outcome.ok, qPrintable(outcome.message));
-    QCOMPARE(config.serverUrl, QUrl(QStringLiteral("https://cli.example")));
-    QCOMPARE(config.clientKey, QStringLiteral("fromenv"));
-    QCOMPARE(config.helpEmail, QStringLiteral("desk@file.example"));
-    QCOMPARE(config.applicationId, QStringLiteral("u8jzPde0IgxLd6GncfBAepfJBd0Kh8oOOL8dKLzd"));
-    QVERIFY(!config.dataDirectory.isEmpty());
-    config.siteUrl = QUrl(QStringLiteral("https://site.example/pages"));
-    QCOMPARE(config.sitePage(QStringLiteral("contactUs.htm")),
-             QUrl(QStringLiteral("https://site.example/pages/contactUs.htm")));
-}
-
-void TestPlatform::configurationHelpListsEveryOption()
-{
-    AppConfiguration config;
-    const auto outcome = config.load({QStringLiteral("app"), QStringLiteral("--help")});
-    QVERIFY(outcome.helpRequested);
-    for (const char *option : {"--server", "--application-id", "--client-key", "--tiles", "--geocoder", "--data-dir"})
-        QVERIFY2(outcome.message.contains(QLatin1String(option)), option);
-
-    const auto wrong = config.load({QStringLiteral("app"), QStringLiteral("--no-such-option")});
-    QVERIFY(!wrong.ok);
-    QVERIFY(wrong.message.contains(QLatin1String("no-such-option")));
-}
-
-void TestPlatform::userDefaultsKeepValuesPrivately()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("prefs/defaults.ini"));
-    {
-        UserDefaults defaults(path);
-        QVERIFY(!defaults.boolForKey(QStringLiteral("rememberMe")));
-        defaults.setBool(true, QStringLiteral("rememberMe"));
-        defaults.setBool(false, QStringLiteral("hasLoginKey"));
-        defaults.setObject(QStringLiteral("1.0.0"), QStringLiteral("version_number"));
-    }
-    UserDefaults reopened(path);
-    QVERIFY(reopened.boolForKey(QStringLiteral("rememberMe")));
-    QVERIFY(reopened.hasKey(QStringLiteral("hasLoginKey")));
-    QVERIFY(!reopened.boolForKey(QStringLiteral("hasLoginKey")));
-    QCOMPARE(reopened.stringForKey(QStringLiteral("version_number")), QStringLiteral("1.0.0"));
-    reopened.removeObjectForKey(QStringLiteral("rememberMe"));
-    QVERIFY(!reopened.hasKey(QStringLiteral("rememberMe")));
-    QCOMPARE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther),
-             QFile::Permissions());
-}
-
-void TestPlatform::pushTokenIsMadeOnceAndKept()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("push-token"));
-    QByteArray first;
-    {
+        file.write("short");
+        file.close();
         PushTokenSource source(path);
         QSignalSpy spy(&source, &PushTokenSource::didRegisterForRemoteNotificationsWithDeviceToken);
         source.registerForRemoteNotifications();
-        QCOMPARE(spy.count(), 0); // never inside the call
         QVERIFY(spy.wait());
-        first = spy.at(0).at(0).toByteArray();
+        QCOMPARE(spy.at(0).at(0).toByteArray().size(), 32);
+
+        // A token that cannot be kept is a failure, reported as such.
+        PushTokenSource nowhere(QStringLiteral("/proc/no-such-dir/push-token"));
+        QSignalSpy failed(&nowhere, &PushTokenSource::didFailToRegisterForRemoteNotificationsWithError);
+        nowhere.registerForRemoteNotifications();
+        QVERIFY(failed.wait());
     }
-    QCOMPARE(first.size(), 32);
-    QVERIFY(first != QByteArray(32, '\0'));
-    QCOMPARE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 
-    PushTokenSource again(path);
-    QSignalSpy spy(&again, &PushTokenSource::didRegisterForRemoteNotificationsWithDeviceToken);
-    again.registerForRemoteNotifications();
-    QVERIFY(spy.wait());
-    QCOMPARE(spy.at(0).at(0).toByteArray(), first);
-}
+    void notificationPermission_data()
+    {
+        QTest::addColumn<bool>("service");
+        QTest::newRow("granted when the service exists") << true;
+        QTest::newRow("denied, with a reason, without it") << false;
+    }
+    void notificationPermission()
+    {
+        QFETCH(bool, service);
+        PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        if (service)
+            QVERIFY(bus.startTemplate(QStringLiteral("notification_daemon"),
+                                      QStringLiteral("org.freedesktop.Notifications")));
+        NotificationCenter center(bus.connection());
+        std::optional<bool> granted;
+        QString error;
+        center.requestAuthorizationWithOptions(15, [&](bool g, const QString &e) {
+            granted = g;
+            error = e;
+        });
+        QVERIFY(!granted); // never inside the call
+        QTRY_VERIFY_WITH_TIMEOUT(granted.has_value(), 10000);
+        QCOMPARE(*granted, service);
+        QCOMPARE(error.isEmpty(), service);
 
-void TestPlatform::pushTokenFileThatIsDamagedIsReplaced()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("push-token"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("short");
-    file.close();
-    PushTokenSource source(path);
-    QSignalSpy spy(&source, &PushTokenSource::didRegisterForRemoteNotificationsWithDeviceToken);
-    source.registerForRemoteNotifications();
-    QVERIFY(spy.wait());
-    QCOMPARE(spy.at(0).at(0).toByteArray().size(), 32);
+        std::optional<NotificationCenter::Settings> settings;
+        center.getNotificationSettingsWithCompletionHandler([&](NotificationCenter::Settings s) { settings = s; });
+        QTRY_VERIFY(settings.has_value());
+        QCOMPARE(settings->authorizationStatus == NotificationCenter::AuthorizationStatus::Authorized, service);
+        QCOMPARE(settings->description().contains(QLatin1String("authorized")), service);
+    }
 
-    // A token that cannot be kept is a failure, reported as such.
-    PushTokenSource nowhere(QStringLiteral("/proc/no-such-dir/push-token"));
-    QSignalSpy failed(&nowhere, &PushTokenSource::didFailToRegisterForRemoteNotificationsWithError);
-    nowhere.registerForRemoteNotifications();
-    QVERIFY(failed.wait());
-}
-
-void TestPlatform::notificationPermissionGrantedWhenServiceExists()
-{
-    PrivateBus bus;
-    QVERIFY(bus.isRunning());
-    QVERIFY(bus.startTemplate(QStringLiteral("notification_daemon"), QStringLiteral("org.freedesktop.Notifications")));
-    NotificationCenter center(bus.connection());
-    bool answered = false, granted = false;
-    center.requestAuthorizationWithOptions(15, [&](bool g, const QString &) {
-        answered = true;
-        granted = g;
-    });
-    QVERIFY(!answered);
-    QTRY_VERIFY(answered);
-    QVERIFY(granted);
-    NotificationCenter::Settings settings;
-    bool got = false;
-    center.getNotificationSettingsWithCompletionHandler([&](NotificationCenter::Settings s) {
-        settings = s;
-        got = true;
-    });
-    QTRY_VERIFY(got);
-    QCOMPARE(settings.authorizationStatus, NotificationCenter::AuthorizationStatus::Authorized);
-    QVERIFY(settings.description().contains(QLatin1String("authorized")));
-
-    center.setApplicationIconBadgeNumber(3);
-    center.setApplicationIconBadgeNumber(0);
-    QCOMPARE(center.applicationIconBadgeNumber(), 0);
-}
-
-void TestPlatform::notificationPermissionDeniedWithoutService()
-{
-    PrivateBus bus;
-    QVERIFY(bus.isRunning());
-    NotificationCenter center(bus.connection());
-    bool answered = false, granted = true;
-    QString error;
-    center.requestAuthorizationWithOptions(15, [&](bool g, const QString &e) {
-        answered = true;
-        granted = g;
-        error = e;
-    });
-    QTRY_VERIFY_WITH_TIMEOUT(answered, 10000);
-    QVERIFY(!granted);
-    QVERIFY(!error.isEmpty());
-}
-
-void TestPlatform::secureStoreRoundTrip()
-{
-    const QString service = QStringLiteral("Vantrel Pro test");
-    const QString account = QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral("@example.test");
-    SecureStore store(service);
-    QCOMPARE(store.read(service, account).status, SecureStore::Status::NotFound);
-    QVERIFY(store.write(service, account, "first").ok());
-    QVERIFY(store.write(service, account, "second").ok()); // updated in place
-    const auto read = store.read(service, account);
-    QVERIFY(read.ok());
-    QCOMPARE(read.data, QByteArray("second"));
-    QVERIFY(store.remove(service, account).ok());
-    QCOMPARE(store.read(service, account).status, SecureStore::Status::NotFound);
-
-    QVERIFY(store.setSecret(account, "token"));
-    QCOMPARE(store.secret(account).value_or(QByteArray()), QByteArray("token"));
-    QVERIFY(store.removeSecret(account));
-    QVERIFY(!store.secret(account).has_value());
-}
+    void secureStoreKeepsTheSessionSecret()
+    {
+        // Reads, writes in place and missing items are covered with the saved password's suite.
+        const QString account = QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral("@example.test");
+        SecureStore store(QStringLiteral("Vantrel Pro test"));
+        QVERIFY(!store.secret(account).has_value());
+        QVERIFY(store.setSecret(account, "token"));
+        QVERIFY(store.setSecret(account, "token2"));
+        QCOMPARE(store.secret(account).value_or(QByteArray()), QByteArray("token2"));
+        QVERIFY(store.removeSecret(account));
+        QVERIFY(!store.secret(account).has_value());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestPlatform)
 #include "tst_platform.moc"
