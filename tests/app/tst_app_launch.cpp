@@ -58,155 +58,149 @@ class TestAppLaunch : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void deviceTokenText_data();
-    void deviceTokenText();
-    void launchWithoutSessionLeavesTheFirstScreenToTheMainStoryboard();
-    void launchWithRememberedSessionShowsTheMenu();
-    void grantedPermissionSavesTheInstallationWithChannelPro();
-    void backgroundFetchNeverCompletes();
-};
-
-void TestAppLaunch::initTestCase()
-{
-    REQUIRE_BACKEND();
-    AppStoryboards::registerAll(AppConfiguration());
-}
-
-void TestAppLaunch::deviceTokenText_data()
-{
-    QTest::addColumn<QByteArray>("token");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("two bytes") << QByteArray::fromHex("0aff") << "0AFF";
-    QTest::newRow("leading zeros kept") << QByteArray::fromHex("000102") << "000102";
-    QTest::newRow("empty") << QByteArray() << "";
-    QTest::newRow("32 bytes") << QByteArray(32, '\xab') << QString(QStringLiteral("AB")).repeated(32);
-}
-
-void TestAppLaunch::deviceTokenText()
-{
-    QFETCH(QByteArray, token);
-    QFETCH(QString, text);
-    QCOMPARE(AppDelegate::deviceTokenString(token), text);
-}
-
-void TestAppLaunch::launchWithoutSessionLeavesTheFirstScreenToTheMainStoryboard()
-{
-    PrivateBus bus; // no notification service on it
-    QVERIFY(bus.isRunning());
-    Launch launch(bus.connection());
-    ConsoleLines console("vantrel.app");
-    launch.notifications->setApplicationIconBadgeNumber(7);
-
-    QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
-
-    QVERIFY(!PFUser::currentUser());
-    QVERIFY(!launch.delegate->window());
-    QCOMPARE(launch.notifications->applicationIconBadgeNumber(), 0);
-    QCOMPARE(launch.defaults->stringForKey(QStringLiteral("version_number")), QStringLiteral("2.3.1"));
-    QCOMPARE(ui::Theme::instance()->navigationBarColor(), QColor(49, 187, 234));
-    QCOMPARE(ui::Theme::instance()->secondaryColor(), QColor(8, 80, 208));
-    QCOMPARE(ui::Theme::instance()->titleColor(), QColor(Qt::white));
-    QTRY_VERIFY_WITH_TIMEOUT(console.lines().contains(QStringLiteral("Permission granted: false")), 10000);
-    QVERIFY(!console.lines().contains(QStringLiteral("We have user")));
-    QVERIFY(!launch.defaults->hasKey(QStringLiteral("deviceToken")));
-
-    // What the app then shows is the main storyboard's first screen.
-    std::unique_ptr<ui::ViewController> first(
-        ui::Storyboard::storyboardWithName(AppStoryboards::kMain)->instantiateInitialViewController());
-    QVERIFY(first);
-    QCOMPARE(first->storyboardIdentifier(), AppStoryboards::kLoginIdentifier);
-}
-
-void TestAppLaunch::launchWithRememberedSessionShowsTheMenu()
-{
-    const TestBackend::User user = TestBackend::instance().signUpUser();
-    QVERIFY(!user.sessionToken.isEmpty());
-    PrivateBus bus;
-    QTemporaryDir shared;
+    void initTestCase()
     {
-        // An earlier run signs in and quits.
-        Launch earlier(bus.connection(), shared.path());
-        QVERIFY(earlier.delegate->applicationDidFinishLaunching({}));
-        bool done = false;
-        PFUser::logInWithUsernameInBackground(user.username, user.password,
-                                              [&](const PFUserPtr &, const PFError *) { done = true; });
-        QTRY_VERIFY_WITH_TIMEOUT(done, 15000);
-        QVERIFY(PFUser::currentUser());
+        REQUIRE_BACKEND();
+        AppStoryboards::registerAll(AppConfiguration());
     }
-    Launch launch(bus.connection(), shared.path());
-    ConsoleLines console("vantrel.app");
-    QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
-    QVERIFY(PFUser::currentUser());
-    QCOMPARE(PFUser::currentUser()->objectId(), user.objectId);
-    ui::Window *window = launch.delegate->window();
-    QVERIFY(window);
-    QVERIFY(window->isVisible());
-    ui::ViewController *root = window->rootViewController();
-    QVERIFY(root);
-    QCOMPARE(root->storyboardIdentifier(), AppStoryboards::kMenuIdentifier);
-    QCOMPARE(root->storyboard()->name(), AppStoryboards::kMenu);
-    QCOMPARE(root->modalPresentationStyle(), ui::ViewController::ModalPresentationStyle::FullScreen);
-    const qsizetype had = console.lines().indexOf(QStringLiteral("We have user"));
-    QVERIFY(had >= 0);
-    QCOMPARE(console.lines().indexOf(QStringLiteral("Should be storyboard")), had + 1);
 
-    PFUser::logOut();
-}
+    void deviceTokenText_data()
+    {
+        QTest::addColumn<QByteArray>("token");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("two bytes") << QByteArray::fromHex("0aff") << "0AFF";
+        QTest::newRow("leading zeros kept") << QByteArray::fromHex("000102") << "000102";
+        QTest::newRow("empty") << QByteArray() << "";
+        QTest::newRow("32 bytes") << QByteArray(32, '\xab') << QString(QStringLiteral("AB")).repeated(32);
+    }
 
-void TestAppLaunch::grantedPermissionSavesTheInstallationWithChannelPro()
-{
-    PrivateBus bus;
-    QVERIFY(bus.startTemplate(QStringLiteral("notification_daemon"), QStringLiteral("org.freedesktop.Notifications")));
-    Launch launch(bus.connection());
-    ConsoleLines console("vantrel.app");
-    QSignalSpy saved(launch.delegate.get(), &AppDelegate::installationSaveFinished);
-    QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
-    QVERIFY(saved.wait(20000));
-    QVERIFY(saved.at(0).at(0).toBool());
-    QVERIFY(console.lines().contains(QStringLiteral("Permission granted: true")));
-    QVERIFY(console.lines().contains(QStringLiteral("You have successfully saved your push installation")));
+    void deviceTokenText()
+    {
+        QFETCH(QByteArray, token);
+        QFETCH(QString, text);
+        QCOMPARE(AppDelegate::deviceTokenString(token), text);
+    }
 
-    const QString token = launch.defaults->stringForKey(QStringLiteral("deviceToken"));
-    QCOMPARE(token.size(), 64);
-    QVERIFY(QRegularExpression(QStringLiteral("^[0-9A-F]{64}$")).match(token).hasMatch());
-    QVERIFY(console.lines().contains(token));
+    void launchWithoutSessionLeavesTheFirstScreenToTheMainStoryboard()
+    {
+        PrivateBus bus; // no notification service on it
+        QVERIFY(bus.isRunning());
+        Launch launch(bus.connection());
+        ConsoleLines console("vantrel.app");
+        launch.notifications->setApplicationIconBadgeNumber(7);
 
-    // The installation keeps the token the way the backend client writes it: lower-case hex.
-    const TestBackend &backend = TestBackend::instance();
-    auto findInstallation = [&] {
-        const QString where =
-            QString::fromUtf8(QUrl::toPercentEncoding(QStringLiteral("{\"deviceToken\":\"%1\"}").arg(token.toLower())));
-        const auto reply = backend.request("GET", QStringLiteral("/installations?where=") + where, {}, true);
-        const QJsonArray results = reply.body.object().value(QStringLiteral("results")).toArray();
-        return results.size() == 1 ? results.at(0).toObject() : QJsonObject();
-    };
-    QJsonObject installation = findInstallation();
-    QCOMPARE(installation.value(QStringLiteral("channels")).toArray(), QJsonArray{QStringLiteral("pro")});
+        QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
 
-    // Every registration puts the channel list back to exactly ["pro"].
-    const QString id = installation.value(QStringLiteral("objectId")).toString();
-    backend.request("PUT", QStringLiteral("/installations/") + id,
-                    {{QStringLiteral("channels"), QJsonArray{QStringLiteral("news"), QStringLiteral("pro")}}}, true);
-    saved.clear();
-    launch.pushTokens->registerForRemoteNotifications();
-    QVERIFY(saved.wait(20000));
-    installation = findInstallation();
-    QCOMPARE(installation.value(QStringLiteral("channels")).toArray(), QJsonArray{QStringLiteral("pro")});
-    QCOMPARE(installation.value(QStringLiteral("objectId")).toString(), id);
-}
+        QVERIFY(!PFUser::currentUser());
+        QVERIFY(!launch.delegate->window());
+        QCOMPARE(launch.notifications->applicationIconBadgeNumber(), 0);
+        QCOMPARE(launch.defaults->stringForKey(QStringLiteral("version_number")), QStringLiteral("2.3.1"));
+        QCOMPARE(ui::Theme::instance()->navigationBarColor(), QColor(49, 187, 234));
+        QCOMPARE(ui::Theme::instance()->secondaryColor(), QColor(8, 80, 208));
+        QCOMPARE(ui::Theme::instance()->titleColor(), QColor(Qt::white));
+        QTRY_VERIFY_WITH_TIMEOUT(console.lines().contains(QStringLiteral("Permission granted: false")), 10000);
+        QVERIFY(!console.lines().contains(QStringLiteral("We have user")));
+        QVERIFY(!launch.defaults->hasKey(QStringLiteral("deviceToken")));
 
-void TestAppLaunch::backgroundFetchNeverCompletes()
-{
-    PrivateBus bus;
-    Launch launch(bus.connection());
-    bool called = false;
-    launch.delegate->applicationPerformFetch([&](int) { called = true; });
-    QTest::qWait(100);
-    QVERIFY(!called);
-    QCOMPARE(launch.delegate->applicationConfigurationForConnectingSceneSession(QStringLiteral("app")).name,
-             QStringLiteral("Default Configuration"));
-}
+        // What the app then shows is the main storyboard's first screen.
+        std::unique_ptr<ui::ViewController> first(
+            ui::Storyboard::storyboardWithName(AppStoryboards::kMain)->instantiateInitialViewController());
+        QVERIFY(first);
+        QCOMPARE(first->storyboardIdentifier(), AppStoryboards::kLoginIdentifier);
+    }
+
+    void launchWithRememberedSessionShowsTheMenu()
+    {
+        const TestBackend::User user = TestBackend::instance().signUpUser();
+        QVERIFY(!user.sessionToken.isEmpty());
+        PrivateBus bus;
+        QTemporaryDir shared;
+        {
+            // An earlier run signs in and quits.
+            Launch earlier(bus.connection(), shared.path());
+            QVERIFY(earlier.delegate->applicationDidFinishLaunching({}));
+            bool done = false;
+            PFUser::logInWithUsernameInBackground(user.username, user.password,
+                                                  [&](const PFUserPtr &, const PFError *) { done = true; });
+            QTRY_VERIFY_WITH_TIMEOUT(done, 15000);
+            QVERIFY(PFUser::currentUser());
+        }
+        Launch launch(bus.connection(), shared.path());
+        ConsoleLines console("vantrel.app");
+        QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
+        QVERIFY(PFUser::currentUser());
+        QCOMPARE(PFUser::currentUser()->objectId(), user.objectId);
+        ui::Window *window = launch.delegate->window();
+        QVERIFY(window);
+        QVERIFY(window->isVisible());
+        ui::ViewController *root = window->rootViewController();
+        QVERIFY(root);
+        QCOMPARE(root->storyboardIdentifier(), AppStoryboards::kMenuIdentifier);
+        QCOMPARE(root->storyboard()->name(), AppStoryboards::kMenu);
+        QCOMPARE(root->modalPresentationStyle(), ui::ViewController::ModalPresentationStyle::FullScreen);
+        const qsizetype had = console.lines().indexOf(QStringLiteral("We have user"));
+        QVERIFY(had >= 0);
+        QCOMPARE(console.lines().indexOf(QStringLiteral("Should be storyboard")), had + 1);
+
+        PFUser::logOut();
+    }
+
+    void grantedPermissionSavesTheInstallationWithChannelPro()
+    {
+        PrivateBus bus;
+        QVERIFY(
+            bus.startTemplate(QStringLiteral("notification_daemon"), QStringLiteral("org.freedesktop.Notifications")));
+        Launch launch(bus.connection());
+        ConsoleLines console("vantrel.app");
+        QSignalSpy saved(launch.delegate.get(), &AppDelegate::installationSaveFinished);
+        QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
+        QVERIFY(saved.wait(20000));
+        QVERIFY(saved.at(0).at(0).toBool());
+        QVERIFY(console.lines().contains(QStringLiteral("Permission granted: true")));
+        QVERIFY(console.lines().contains(QStringLiteral("You have successfully saved your push installation")));
+
+        const QString token = launch.defaults->stringForKey(QStringLiteral("deviceToken"));
+        QCOMPARE(token.size(), 64);
+        QVERIFY(QRegularExpression(QStringLiteral("^[0-9A-F]{64}$")).match(token).hasMatch());
+        QVERIFY(console.lines().contains(token));
+
+        // The installation keeps the token the way the backend client writes it: lower-case hex.
+        const TestBackend &backend = TestBackend::instance();
+        auto findInstallation = [&] {
+            const QString where = QString::fromUtf8(
+                QUrl::toPercentEncoding(QStringLiteral("{\"deviceToken\":\"%1\"}").arg(token.toLower())));
+            const auto reply = backend.request("GET", QStringLiteral("/installations?where=") + where, {}, true);
+            const QJsonArray results = reply.body.object().value(QStringLiteral("results")).toArray();
+            return results.size() == 1 ? results.at(0).toObject() : QJsonObject();
+        };
+        QJsonObject installation = findInstallation();
+        QCOMPARE(installation.value(QStringLiteral("channels")).toArray(), QJsonArray{QStringLiteral("pro")});
+
+        // Every registration puts the channel list back to exactly ["pro"].
+        const QString id = installation.value(QStringLiteral("objectId")).toString();
+        backend.request("PUT", QStringLiteral("/installations/") + id,
+                        {{QStringLiteral("channels"), QJsonArray{QStringLiteral("news"), QStringLiteral("pro")}}},
+                        true);
+        saved.clear();
+        launch.pushTokens->registerForRemoteNotifications();
+        QVERIFY(saved.wait(20000));
+        installation = findInstallation();
+        QCOMPARE(installation.value(QStringLiteral("channels")).toArray(), QJsonArray{QStringLiteral("pro")});
+        QCOMPARE(installation.value(QStringLiteral("objectId")).toString(), id);
+    }
+
+    void backgroundFetchNeverCompletes()
+    {
+        PrivateBus bus;
+        Launch launch(bus.connection());
+        bool called = false;
+        launch.delegate->applicationPerformFetch([&](int) { called = true; });
+        QTest::qWait(100);
+        QVERIFY(!called);
+        QCOMPARE(launch.delegate->applicationConfigurationForConnectingSceneSession(QStringLiteral("app")).name,
+                 QStringLiteral("Default Configuration"));
+    }
+};
 
 QTEST_MAIN(TestAppLaunch)
 #include "tst_app_launch.moc"
