@@ -5,8 +5,6 @@
 #include "ui/View.h"
 #include "ui/Window.h"
 
-#include <QQmlApplicationEngine>
-#include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
