@@ -1,11 +1,10 @@
 '''A fingerprint daemon for tests, speaking fprintd's D-Bus interface.
 
-One reader at /net/reactivated/Fprint/Device/0 unless the "device" parameter is false.
-Parameters (JSON): "device" (bool), "enrolled" (list of finger names).
+One reader at /net/reactivated/Fprint/Device/0 with the right index finger enrolled.
 Test controls on org.freedesktop.DBus.Mock of the manager object:
   SetEnrolledFingers(as)   fingers the reader knows for every user
   SetVerifyResults(as)     VerifyStatus results sent, in order, after the next VerifyStart
-  RemoveDevice() / AddDevice()
+  RemoveDevice()
   GetCalls() -> as         device method calls so far ("Claim", "VerifyStart any", ...)
 '''
 
@@ -38,14 +37,12 @@ def device_present():
     return DEVICE_PATH in mockobject.objects
 
 
-def load(mock, parameters):
-    STATE['enrolled'] = list(parameters.get('enrolled', STATE['enrolled']))
+def load(mock, _parameters):
     mock.AddMethods(MAIN_IFACE, [
         ('GetDefaultDevice', '', 'o', default_device),
         ('GetDevices', '', 'ao', devices),
     ])
-    if parameters.get('device', True):
-        add_device(mock)
+    add_device(mock)
 
 
 def default_device(_self):
@@ -142,12 +139,6 @@ def RemoveDevice(self):
         self.RemoveObject(DEVICE_PATH)
     STATE['claimed'] = False
     STATE['verifying'] = False
-
-
-@dbus.service.method(MOCK_IFACE, in_signature='', out_signature='')
-def AddDevice(self):
-    if not device_present():
-        add_device(self)
 
 
 @dbus.service.method(MOCK_IFACE, in_signature='', out_signature='as')

@@ -43,9 +43,6 @@ private Q_SLOTS:
         QTest::newRow("Sao Paulo, the hour before midnight repeated")
             << QByteArray("America/Sao_Paulo") << QDate(2019, 2, 17)
             << QDateTime(QDate(2019, 2, 17), QTime(3, 0), Qt::UTC) << QTime(0, 0);
-        QTest::newRow("Sao Paulo, the day after the jump")
-            << QByteArray("America/Sao_Paulo") << QDate(2018, 11, 5)
-            << QDateTime(QDate(2018, 11, 5), QTime(2, 0), Qt::UTC) << QTime(0, 0);
         // London changes at 01:00/02:00: midnight exists on both days, in different offsets.
         QTest::newRow("London, spring forward")
             << QByteArray("Europe/London") << QDate(2019, 3, 31)
@@ -53,9 +50,6 @@ private Q_SLOTS:
         QTest::newRow("London, the day after spring forward")
             << QByteArray("Europe/London") << QDate(2019, 4, 1)
             << QDateTime(QDate(2019, 3, 31), QTime(23, 0), Qt::UTC) << QTime(0, 0);
-        QTest::newRow("London, fall back")
-            << QByteArray("Europe/London") << QDate(2019, 10, 27)
-            << QDateTime(QDate(2019, 10, 26), QTime(23, 0), Qt::UTC) << QTime(0, 0);
     }
 
     void startOfDayAcrossDaylightSaving()
@@ -75,19 +69,10 @@ private Q_SLOTS:
         QVERIFY(start.addSecs(-1).date() < day);
     }
 
-    void startOfTodayIsTodaysFirstInstant_data()
-    {
-        QTest::addColumn<QByteArray>("zone");
-        QTest::newRow("Sao Paulo") << QByteArray("America/Sao_Paulo");
-        QTest::newRow("Beirut") << QByteArray("Asia/Beirut");
-        QTest::newRow("London") << QByteArray("Europe/London");
-        QTest::newRow("Kiritimati, +14") << QByteArray("Pacific/Kiritimati");
-    }
-
     void startOfTodayIsTodaysFirstInstant()
     {
-        QFETCH(QByteArray, zone);
-        useZone(zone);
+        // Today is the local date: at +14 it is often a day ahead of UTC.
+        useZone(QByteArrayLiteral("Pacific/Kiritimati"));
         const QDateTime now = QDateTime::currentDateTime();
         const QDateTime start = DateHelper::startOfToday();
         if (now.date() != QDate::currentDate())

@@ -7,7 +7,6 @@
 #include "TableViewController.h"
 #include "Window.h"
 
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QRegularExpression>
 #include <QTest>
@@ -133,13 +132,6 @@ private Q_SLOTS:
         QVERIFY(!screen.isViewLoaded());
         QVERIFY(!screen.tableView()->backgroundView());
         QCOMPARE(screen.tableView()->separatorStyle(), ui::TableView::SeparatorStyle::SingleLine);
-    }
-
-    void messageFontFallsBackToAnInstalledFont()
-    {
-        const QFontInfo info(EmptyTableHelper::messageFont());
-        QVERIFY(!info.family().isEmpty());
-        QCOMPARE(info.pixelSize(), 20);
     }
 
     void alertHelperShowsOneOkButtonAndNeverQueues()
