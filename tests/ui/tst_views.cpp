@@ -12,8 +12,6 @@
 #include "ViewController.h"
 #include "Window.h"
 
-#include <QQmlApplicationEngine>
-#include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -84,10 +82,6 @@ private:
     ui::Button *m_loginButton = new ui::Button(QStringLiteral("loginButton"), this);
     ui::Switch *m_rememberMe = new ui::Switch(QStringLiteral("rememberMeSwitch"), this);
 };
-
-
-
-
 } // namespace
 
 class TestViews : public QObject {
@@ -113,10 +107,8 @@ private Q_SLOTS:
     void everyComponentCompiles()
     {
         QFETCH(QString, file);
-        QQmlApplicationEngine engine;
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Ui/%1.qml").arg(file)));
-        QVERIFY2(component.isReady(), qPrintable(component.errorString()));
+        const QString errors = ViewTest::compileErrors(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Ui/%1.qml").arg(file)));
+        QVERIFY2(errors.isEmpty(), qPrintable(errors));
     }
 
     void typingAndClickingReachTheController()
