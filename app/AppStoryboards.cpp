@@ -2,10 +2,10 @@
 
 #include "AccountScenes.h"
 #include "AppConfiguration.h"
+#include "ProfileScenes.h"
 #include "ShellScenes.h"
 #include "Storyboard.h"
 #include "app/ViewController.h"
-#include "ui/NavigationController.h"
 
 namespace {
 
@@ -15,20 +15,16 @@ ui::SceneDefinition startScene()
 }
 
 // The signed-in shell: the reveal container, the side menu behind it and, in front, the
-// start-up screen in its navigation controller until the profile hub lands.
+// profile hub in its navigation controller; the menu's first row leads back to it.
 void addShellScenes(ui::StoryboardDefinition &menu, const AppConfiguration &configuration)
 {
     const QString sideMenu = QStringLiteral("sideMenu");
-    const QString front = QStringLiteral("front");
     MenuSettings settings;
     settings.contactPage = configuration.sitePage(QStringLiteral("contactUs.htm"));
-    menu.scenes.insert(AppStoryboards::kMenuIdentifier, ShellScenes::revealScene(sideMenu, front));
-    menu.scenes.insert(sideMenu, ShellScenes::menuScene(settings, {}));
-    ui::SceneDefinition navigation;
-    navigation.create = [] { return new ui::NavigationController; };
-    navigation.root = AppStoryboards::kStartIdentifier;
-    menu.scenes.insert(front, navigation);
-    menu.scenes.insert(AppStoryboards::kStartIdentifier, startScene());
+    menu.scenes.insert(AppStoryboards::kMenuIdentifier, ShellScenes::revealScene(sideMenu, ProfileScenes::kProfile));
+    menu.scenes.insert(sideMenu,
+                       ShellScenes::menuScene(settings, {{QStringLiteral("menuProfile"), ProfileScenes::kProfile}}));
+    ProfileScenes::addTo(menu);
 }
 
 } // namespace
