@@ -17,6 +17,8 @@ ProfilePhotoReader::Result ProfilePhotoReader::read(const QString &path)
     QSize size = reader.size();
     if (size.isValid() && reader.transformation().testFlag(QImageIOHandler::TransformationRotate90))
         size.transpose();
+    if (size.isValid() && size.height() > qint64(size.width()) * kMaximumTallness)
+        return {{}, QStringLiteral("The picture is too narrow for a photo.")};
     if (size.isValid() && (size.width() > kMaximumSide || size.height() > kMaximumSide)) {
         QSize target = size.scaled(kMaximumSide, kMaximumSide, Qt::KeepAspectRatio);
         if (reader.transformation().testFlag(QImageIOHandler::TransformationRotate90))

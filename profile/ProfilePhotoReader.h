@@ -10,6 +10,9 @@ public:
     // Pictures wider or taller than this are reduced while decoding (twice the stored width
     // leaves room for a sharp preview).
     static constexpr int kMaximumSide = 1200;
+    // The stored photo is 600 wide: a picture taller than this many times its width would
+    // become a bitmap of many megapixels, so it is refused.
+    static constexpr int kMaximumTallness = 10;
 
     struct Result {
         QImage image;  // null on failure

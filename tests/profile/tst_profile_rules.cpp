@@ -1,8 +1,5 @@
-// The profile's pure rules: the stored photo's size and encoding, reading picked files, the
-// skills a role change starts with, and the deletion notice's text.
-#include "DeletionNotice.h"
-#include "FreelanceCategory.h"
-#include "Freelancer.h"
+// The profile's pure rules: the stored photo's size and encoding, reading picked files and the
+// skills a role change starts with.
 #include "ProfilePhotoEncoder.h"
 #include "ProfilePhotoReader.h"
 #include "RoleChange.h"
@@ -24,14 +21,6 @@ QImage photo(int width, int height)
     painter.fillRect(QRect(0, 0, width / 2, height), QColor(200, 40, 40));
     painter.fillRect(QRect(width / 2, 0, width - width / 2, height / 2), QColor(40, 40, 200));
     return image;
-}
-
-std::shared_ptr<FreelanceCategory> category(const QString &id, const QString &title)
-{
-    auto record = std::make_shared<FreelanceCategory>();
-    record->setObjectId(id);
-    record->setCategoryTitle(title);
-    return record;
 }
 
 } // namespace
@@ -79,20 +68,6 @@ private Q_SLOTS:
         QVERIFY(jpeg != encodedAt(25));
     }
 
-    void transparentAreasTurnWhite()
-    {
-        const QImage stored = ProfilePhotoEncoder::scaled(photo(100, 100));
-        // The lower right quarter of the source is transparent.
-        const QColor corner = stored.pixelColor(stored.width() - 5, stored.height() - 5);
-        QVERIFY2(corner.lightness() > 240, qPrintable(corner.name()));
-    }
-
-    void nothingToEncode()
-    {
-        QVERIFY(ProfilePhotoEncoder::encode(QImage()).isEmpty());
-        QVERIFY(ProfilePhotoEncoder::scaled(QImage()).isNull());
-    }
-
     void pickedFiles_data()
     {
         QTest::addColumn<QString>("file");
@@ -106,6 +81,11 @@ private Q_SLOTS:
         buffer.open(QIODevice::WriteOnly);
         photo(40, 30).save(&buffer, "PNG");
         QTest::newRow("small PNG") << "small.png" << png << true;
+        QByteArray strip;
+        QBuffer stripBuffer(&strip);
+        stripBuffer.open(QIODevice::WriteOnly);
+        photo(10, 101).save(&stripBuffer, "PNG");
+        QTest::newRow("narrow strip") << "strip.png" << strip << false;
     }
     void pickedFiles()
     {
@@ -162,91 +142,6 @@ private Q_SLOTS:
         QFETCH(QString, title);
         QFETCH(QStringList, skills);
         QCOMPARE(RoleChange::startingSkills(title), skills);
-    }
-
-    void multiSkilledHasThirteen() { QCOMPARE(RoleChange::startingSkills(QStringLiteral("Multi-Skilled")).size(), 13); }
-
-    void roleMatchesTitleExactly()
-    {
-        const QList<std::shared_ptr<FreelanceCategory>> categories{
-            category(QStringLiteral("a"), QStringLiteral("Print")),
-            category(QStringLiteral("b"), QStringLiteral("Print")),
-            category(QStringLiteral("c"), QStringLiteral("Broadcast"))};
-        QCOMPARE(RoleChange::categoryForRole(categories, QStringLiteral("Print"))->objectId(), QStringLiteral("a"));
-        QVERIFY(!RoleChange::categoryForRole(categories, QStringLiteral("print")));
-        QVERIFY(!RoleChange::categoryForRole(categories, QString()));
-        QCOMPARE(RoleChange::roles(), (QStringList{"Broadcast", "Print", "Multi-Skilled", "Citizen Journalist"}));
-    }
-
-    void applyingARole_data()
-    {
-        QTest::addColumn<QString>("currentId"); // empty: no role yet
-        QTest::addColumn<QString>("newTitle");
-        QTest::addColumn<QString>("newId");
-        QTest::addColumn<QStringList>("skills");
-        const QStringList chosen{"Writer", "TV Sound"};
-        QTest::newRow("same record keeps the skills") << "ms"
-                                                      << "Multi-Skilled"
-                                                      << "ms" << chosen;
-        QTest::newRow("another record resets them")
-            << "pr"
-            << "Multi-Skilled"
-            << "ms" << (SkillLists::broadcastSkills() + SkillLists::printSkills());
-        QTest::newRow("no role yet") << ""
-                                     << "Citizen Journalist"
-                                     << "cj" << SkillLists::citizenSkills();
-        QTest::newRow("to a role chosen on the skills screen") << "ms"
-                                                               << "Broadcast"
-                                                               << "br" << QStringList();
-    }
-    void applyingARole()
-    {
-        QFETCH(QString, currentId);
-        QFETCH(QString, newTitle);
-        QFETCH(QString, newId);
-        QFETCH(QStringList, skills);
-        Freelancer freelancer;
-        if (!currentId.isEmpty())
-            freelancer.setFreelanceCategory(category(currentId, QStringLiteral("whatever")));
-        freelancer.setSkills({QStringLiteral("Writer"), QStringLiteral("TV Sound")});
-        const auto target = category(newId, newTitle);
-        RoleChange::apply(freelancer, target);
-        QCOMPARE(freelancer.skills(), skills);
-        QCOMPARE(freelancer.freelanceCategory()->objectId(), newId);
-    }
-
-    void noCategoryChangesNothing()
-    {
-        Freelancer freelancer;
-        freelancer.setSkills({QStringLiteral("Writer")});
-        RoleChange::apply(freelancer, nullptr);
-        QCOMPARE(freelancer.skills(), QStringList{QStringLiteral("Writer")});
-        QVERIFY(!freelancer.freelanceCategory());
-    }
-
-    void deletionBody_data()
-    {
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("last");
-        QTest::addColumn<QString>("expected");
-        const QString tail = QStringLiteral(
-            " to delete their profile.  Be sure to delete the user and freelancer objects. \n\nPlease delete any "
-            "messages where to & from user == u123\n\nThe user's email address they used to register was "
-            "ada@example.test");
-        QTest::newRow("both names") << "Ada"
-                                    << "Lovelace" << QStringLiteral("There is a new request from Ada Lovelace") + tail;
-        QTest::newRow("no last name") << "Ada"
-                                      << "" << QStringLiteral("There is a new request from Ada ") + tail;
-        QTest::newRow("no names") << ""
-                                  << "" << QStringLiteral("There is a new request from  ") + tail;
-    }
-    void deletionBody()
-    {
-        QFETCH(QString, first);
-        QFETCH(QString, last);
-        QFETCH(QString, expected);
-        QCOMPARE(DeletionNotice::body(first, last, QStringLiteral("u123"), QStringLiteral("ada@example.test")),
-                 expected);
     }
 };
 
