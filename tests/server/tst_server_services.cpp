@@ -12,6 +12,8 @@
 #include <QUuid>
 #include <QWebSocket>
 
+using namespace Qt::StringLiterals;
+
 using namespace BackendProbe;
 
 namespace {
@@ -48,28 +50,27 @@ public:
             m_frames.append(QJsonDocument::fromJson(text.toUtf8()).object());
         });
         QObject::connect(&m_socket, &QWebSocket::connected, [this] {
-            sendFrame({{QStringLiteral("op"), QStringLiteral("connect")},
-                       {QStringLiteral("applicationId"), TestBackend::instance().applicationId()},
-                       {QStringLiteral("clientKey"), m_clientKey},
-                       {QStringLiteral("sessionToken"), m_sessionToken}});
+            sendFrame({{u"op"_s, u"connect"_s},
+                       {u"applicationId"_s, TestBackend::instance().applicationId()},
+                       {u"clientKey"_s, m_clientKey},
+                       {u"sessionToken"_s, m_sessionToken}});
         });
-        m_socket.open(QUrl(TestBackend::instance().value(QStringLiteral("VANTREL_LIVEQUERY_URL"))));
+        m_socket.open(QUrl(TestBackend::instance().value(u"VANTREL_LIVEQUERY_URL"_s)));
     }
 
     void subscribe(const QString &className)
     {
-        sendFrame({{QStringLiteral("op"), QStringLiteral("subscribe")},
-                   {QStringLiteral("requestId"), 1},
-                   {QStringLiteral("query"),
-                    QJsonObject{{QStringLiteral("className"), className}, {QStringLiteral("where"), QJsonObject()}}},
-                   {QStringLiteral("sessionToken"), m_sessionToken}});
+        sendFrame({{u"op"_s, u"subscribe"_s},
+                   {u"requestId"_s, 1},
+                   {u"query"_s, QJsonObject{{u"className"_s, className}, {u"where"_s, QJsonObject()}}},
+                   {u"sessionToken"_s, m_sessionToken}});
     }
 
     [[nodiscard]] bool hasFrame(const QString &op) const { return !frame(op).isEmpty(); }
     [[nodiscard]] QJsonObject frame(const QString &op) const
     {
         for (const QJsonObject &f : m_frames) {
-            if (f.value(QStringLiteral("op")).toString() == op)
+            if (f.value(u"op"_s).toString() == op)
                 return f;
         }
         return {};
@@ -109,7 +110,7 @@ private:
         QList<Header> headers;
         if (!requestId.isEmpty())
             headers.append({QByteArrayLiteral("X-Parse-Request-Id"), requestId});
-        return send("POST", QStringLiteral("/functions/") + name, params, sessionToken, headers);
+        return send("POST", u"/functions/"_s + name, params, sessionToken, headers);
     }
 
 private Q_SLOTS:
@@ -142,11 +143,11 @@ private Q_SLOTS:
         const QString tag = uniqueTag();
         if (recipient.contains(QLatin1String("%1")))
             recipient = recipient.arg(tag);
-        const QString body = QStringLiteral("You have a new Vantrel Message %1").arg(tag);
+        const QString body = u"You have a new Vantrel Message %1"_s.arg(tag);
         const QJsonObject params{{recipientParam, recipient},
-                                 {QStringLiteral("message"), body},
-                                 {QStringLiteral("subject"), QStringLiteral("New Vantrel Message")},
-                                 {QStringLiteral("body"), body}};
+                                 {u"message"_s, body},
+                                 {u"subject"_s, u"New Vantrel Message"_s},
+                                 {u"body"_s, body}};
 
         // Signed-out callers are refused and nothing is queued.
         const TestBackend::Reply anonymous = callFunction(function, params, {});
@@ -157,19 +158,17 @@ private Q_SLOTS:
         const TestBackend::Reply r = callFunction(function, params, caller.sessionToken);
         QCOMPARE(r.status, 200);
         const QJsonObject line = lastJsonLineMentioning(backend().noticeOutbox(), tag);
-        QCOMPARE(line.value(QStringLiteral("channel")).toString(), channel);
-        QCOMPARE(line.value(QStringLiteral("recipient")).toString(), recipient);
-        QCOMPARE(line.value(QStringLiteral("body")).toString(), body);
-        QCOMPARE(line.value(QStringLiteral("requestedBy")).toString(), caller.objectId);
+        QCOMPARE(line.value(u"channel"_s).toString(), channel);
+        QCOMPARE(line.value(u"recipient"_s).toString(), recipient);
+        QCOMPARE(line.value(u"body"_s).toString(), body);
+        QCOMPARE(line.value(u"requestedBy"_s).toString(), caller.objectId);
 
-        const QString id =
-            r.body.object().value(QStringLiteral("result")).toObject().value(QStringLiteral("id")).toString();
-        const QJsonObject stored = masterGet(QStringLiteral("NoticeOutbox"), id);
-        QCOMPARE(stored.value(QStringLiteral("recipient")).toString(), recipient);
-        QCOMPARE(stored.value(QStringLiteral("delivery")).toString(), QStringLiteral("outbox"));
+        const QString id = r.body.object().value(u"result"_s).toObject().value(u"id"_s).toString();
+        const QJsonObject stored = masterGet(u"NoticeOutbox"_s, id);
+        QCOMPARE(stored.value(u"recipient"_s).toString(), recipient);
+        QCOMPARE(stored.value(u"delivery"_s).toString(), u"outbox"_s);
         // The outbox class is for administrators only.
-        QCOMPARE(errorCode(backend().request("GET", QStringLiteral("/classes/NoticeOutbox/") + id, {}, false,
-                                             caller.sessionToken)),
+        QCOMPARE(errorCode(backend().request("GET", u"/classes/NoticeOutbox/"_s + id, {}, false, caller.sessionToken)),
                  kOperationForbidden);
     }
 
@@ -178,23 +177,21 @@ private Q_SLOTS:
         QTest::addColumn<QString>("function");
         QTest::addColumn<QJsonObject>("params");
         QTest::addColumn<QString>("named");
-        const QString msg = QStringLiteral("message");
-        const QString phone = QStringLiteral("phone");
-        QTest::newRow("sms without phone") << "SendSMS" << QJsonObject{{msg, QStringLiteral("hi")}} << "phone";
+        const QString msg = u"message"_s;
+        const QString phone = u"phone"_s;
+        QTest::newRow("sms without phone") << "SendSMS" << QJsonObject{{msg, u"hi"_s}} << "phone";
         QTest::newRow("sms phone of letters")
-            << "SendSMS" << QJsonObject{{msg, QStringLiteral("hi")}, {phone, QStringLiteral("call me")}} << "phone";
+            << "SendSMS" << QJsonObject{{msg, u"hi"_s}, {phone, u"call me"_s}} << "phone";
         QTest::newRow("sms empty message")
-            << "SendSMS" << QJsonObject{{msg, QStringLiteral("  ")}, {phone, QStringLiteral("+447700900123")}}
-            << "message";
-        const QJsonObject mail{{QStringLiteral("toEmail"), QStringLiteral("ed@example.test")},
-                               {QStringLiteral("subject"), QStringLiteral("New Vantrel Message")},
-                               {QStringLiteral("body"), QStringLiteral("Hello")}};
+            << "SendSMS" << QJsonObject{{msg, u"  "_s}, {phone, u"+447700900123"_s}} << "message";
+        const QJsonObject mail{
+            {u"toEmail"_s, u"ed@example.test"_s}, {u"subject"_s, u"New Vantrel Message"_s}, {u"body"_s, u"Hello"_s}};
         QJsonObject badAddress = mail;
-        badAddress.insert(QStringLiteral("toEmail"), QStringLiteral("not-an-address"));
+        badAddress.insert(u"toEmail"_s, u"not-an-address"_s);
         QJsonObject injected = mail;
-        injected.insert(QStringLiteral("subject"), QStringLiteral("Hi\r\nBcc: everyone@example.test"));
+        injected.insert(u"subject"_s, u"Hi\r\nBcc: everyone@example.test"_s);
         QJsonObject noBody = mail;
-        noBody.remove(QStringLiteral("body"));
+        noBody.remove(u"body"_s);
         QTest::newRow("mail bad address") << "sendgridEmail" << badAddress << "toEmail";
         QTest::newRow("mail header injection") << "sendgridEmail" << injected << "subject";
         QTest::newRow("mail without body") << "sendgridEmail" << noBody << "body";
@@ -208,8 +205,7 @@ private Q_SLOTS:
         const TestBackend::Reply r = callFunction(function, params, caller.sessionToken);
         QCOMPARE(r.status, 400);
         QCOMPARE(errorCode(r), kValidationFailed);
-        QVERIFY2(r.body.object().value(QStringLiteral("error")).toString().contains(u'"' + named + u'"'),
-                 r.raw.constData());
+        QVERIFY2(r.body.object().value(u"error"_s).toString().contains(u'"' + named + u'"'), r.raw.constData());
         QCOMPARE(linesMentioning(backend().noticeOutbox(), caller.objectId), 0);
     }
 
@@ -219,15 +215,14 @@ private Q_SLOTS:
         const int limit = qEnvironmentVariableIntValue("VANTREL_NOTICE_RATE_LIMIT") > 0
                               ? qEnvironmentVariableIntValue("VANTREL_NOTICE_RATE_LIMIT")
                               : 10;
-        const QJsonObject params{{QStringLiteral("message"), QStringLiteral("ping")},
-                                 {QStringLiteral("phone"), QStringLiteral("+447700900999")}};
+        const QJsonObject params{{u"message"_s, u"ping"_s}, {u"phone"_s, u"+447700900999"_s}};
         for (int i = 0; i < limit; ++i)
-            QCOMPARE(callFunction(QStringLiteral("SendSMS"), params, caller.sessionToken).status, 200);
-        const TestBackend::Reply refused = callFunction(QStringLiteral("SendSMS"), params, caller.sessionToken);
+            QCOMPARE(callFunction(u"SendSMS"_s, params, caller.sessionToken).status, 200);
+        const TestBackend::Reply refused = callFunction(u"SendSMS"_s, params, caller.sessionToken);
         QCOMPARE(refused.status, 429);
         QCOMPARE(linesMentioning(backend().noticeOutbox(), caller.objectId), limit);
         // Another user is not held back by the first one's notices.
-        QCOMPARE(callFunction(QStringLiteral("SendSMS"), params, newUser().sessionToken).status, 200);
+        QCOMPARE(callFunction(u"SendSMS"_s, params, newUser().sessionToken).status, 200);
     }
 
     // --- retried writes ---------------------------------------------------------------
@@ -252,22 +247,20 @@ private Q_SLOTS:
         QJsonObject body;
         QString token = sender.sessionToken;
         if (kind == QLatin1String("object")) {
-            path = QStringLiteral("/classes/Message");
-            body = {{QStringLiteral("title"), tag},
-                    {QStringLiteral("from"), userPointer(sender.objectId)},
-                    {QStringLiteral("to"), userPointer(recipient.objectId)}};
+            path = u"/classes/Message"_s;
+            body = {{u"title"_s, tag},
+                    {u"from"_s, userPointer(sender.objectId)},
+                    {u"to"_s, userPointer(recipient.objectId)}};
         } else if (kind == QLatin1String("user")) {
-            path = QStringLiteral("/users");
-            const QString email = QStringLiteral("r%1@example.test").arg(tag);
-            body = {{QStringLiteral("username"), email},
-                    {QStringLiteral("email"), email},
-                    {QStringLiteral("password"), QStringLiteral("Passw0rdAb")}};
+            path = u"/users"_s;
+            const QString email = u"r%1@example.test"_s.arg(tag);
+            body = {{u"username"_s, email}, {u"email"_s, email}, {u"password"_s, u"Passw0rdAb"_s}};
             token.clear();
         } else {
-            path = QStringLiteral("/functions/sendgridEmail");
-            body = {{QStringLiteral("toEmail"), QStringLiteral("%1@example.test").arg(tag)},
-                    {QStringLiteral("subject"), QStringLiteral("New Vantrel Message")},
-                    {QStringLiteral("body"), tag}};
+            path = u"/functions/sendgridEmail"_s;
+            body = {{u"toEmail"_s, u"%1@example.test"_s.arg(tag)},
+                    {u"subject"_s, u"New Vantrel Message"_s},
+                    {u"body"_s, tag}};
         }
 
         const TestBackend::Reply first = send("POST", path, body, token, headers);
@@ -280,10 +273,9 @@ private Q_SLOTS:
         // The same id on a different request, or from another caller, is not answered from the
         // first one and is not applied either.
         QJsonObject altered = body;
-        altered.insert(kind == QLatin1String("object") ? QStringLiteral("messageBody") : QStringLiteral("body"),
-                       QStringLiteral("altered"));
+        altered.insert(kind == QLatin1String("object") ? u"messageBody"_s : u"body"_s, u"altered"_s);
         if (kind == QLatin1String("user"))
-            altered.insert(QStringLiteral("password"), QStringLiteral("Passw0rdCd"));
+            altered.insert(u"password"_s, u"Passw0rdCd"_s);
         const TestBackend::Reply reused = send("POST", path, altered, token, headers);
         QCOMPARE(reused.status, 400);
         QCOMPARE(errorCode(reused), kDuplicateRequest);
@@ -292,12 +284,9 @@ private Q_SLOTS:
         QVERIFY(otherCaller.body != first.body);
 
         if (kind == QLatin1String("object"))
-            QCOMPARE(masterFind(QStringLiteral("Message"), {{QStringLiteral("title"), tag}}).size(), 1);
+            QCOMPARE(masterFind(u"Message"_s, {{u"title"_s, tag}}).size(), 1);
         else if (kind == QLatin1String("user"))
-            QCOMPARE(
-                masterFind(QStringLiteral("_User"), {{QStringLiteral("email"), body.value(QStringLiteral("email"))}})
-                    .size(),
-                1);
+            QCOMPARE(masterFind(u"_User"_s, {{u"email"_s, body.value(u"email"_s)}}).size(), 1);
         else
             QCOMPARE(linesMentioning(backend().noticeOutbox(), tag), 1);
     }
@@ -318,7 +307,7 @@ private Q_SLOTS:
         QFETCH(QString, page);
         QFETCH(int, status);
         const QUrl site = backend().siteUrl();
-        QCOMPARE(site.host(), QStringLiteral("127.0.0.1"));
+        QCOMPARE(site.host(), u"127.0.0.1"_s);
         QByteArray contentType;
         const TestBackend::Reply r = fetch(QUrl(site.toString() + page), &contentType);
         QCOMPARE(r.status, status);
@@ -332,22 +321,16 @@ private Q_SLOTS:
     void passwordResetMailLandsInTheOutbox()
     {
         const TestBackend::User u = newUser();
-        QCOMPARE(backend()
-                     .request("POST", QStringLiteral("/requestPasswordReset"), {{QStringLiteral("email"), u.username}})
-                     .status,
-                 200);
+        QCOMPARE(backend().request("POST", u"/requestPasswordReset"_s, {{u"email"_s, u.username}}).status, 200);
         const QJsonObject mail = lastJsonLineMentioning(backend().mailOutbox(), u.username);
-        QCOMPARE(mail.value(QStringLiteral("to")).toString(), u.username);
-        const QString text = mail.value(QStringLiteral("text")).toString();
-        QVERIFY2(text.contains(backend().serverUrl().toString() + QStringLiteral("/apps/")), qPrintable(text));
-        QVERIFY(text.contains(QStringLiteral("token=")));
+        QCOMPARE(mail.value(u"to"_s).toString(), u.username);
+        const QString text = mail.value(u"text"_s).toString();
+        QVERIFY2(text.contains(backend().serverUrl().toString() + u"/apps/"_s), qPrintable(text));
+        QVERIFY(text.contains(u"token="_s));
 
         // An unknown address gets the same answer and no mail.
-        const QString unknown = QStringLiteral("nobody%1@example.test").arg(uniqueTag());
-        QCOMPARE(backend()
-                     .request("POST", QStringLiteral("/requestPasswordReset"), {{QStringLiteral("email"), unknown}})
-                     .status,
-                 200);
+        const QString unknown = u"nobody%1@example.test"_s.arg(uniqueTag());
+        QCOMPARE(backend().request("POST", u"/requestPasswordReset"_s, {{u"email"_s, unknown}}).status, 200);
         QCOMPARE(linesMentioning(backend().mailOutbox(), unknown), 0);
     }
 
@@ -360,35 +343,30 @@ private Q_SLOTS:
         const TestBackend::User outsider = newUser();
         LiveQueryClient recipientClient(backend().clientKey(), freelancer.sessionToken);
         LiveQueryClient outsiderClient(backend().clientKey(), outsider.sessionToken);
-        LiveQueryClient wrongKey(QStringLiteral("not-the-client-key"), outsider.sessionToken);
-        QTRY_VERIFY(recipientClient.hasFrame(QStringLiteral("connected")));
-        QTRY_VERIFY(outsiderClient.hasFrame(QStringLiteral("connected")));
-        QTRY_VERIFY(wrongKey.hasFrame(QStringLiteral("error")));
-        QVERIFY(!wrongKey.hasFrame(QStringLiteral("connected")));
+        LiveQueryClient wrongKey(u"not-the-client-key"_s, outsider.sessionToken);
+        QTRY_VERIFY(recipientClient.hasFrame(u"connected"_s));
+        QTRY_VERIFY(outsiderClient.hasFrame(u"connected"_s));
+        QTRY_VERIFY(wrongKey.hasFrame(u"error"_s));
+        QVERIFY(!wrongKey.hasFrame(u"connected"_s));
 
-        recipientClient.subscribe(QStringLiteral("Message"));
-        outsiderClient.subscribe(QStringLiteral("Message"));
-        QTRY_VERIFY(recipientClient.hasFrame(QStringLiteral("subscribed")));
-        QTRY_VERIFY(outsiderClient.hasFrame(QStringLiteral("subscribed")));
+        recipientClient.subscribe(u"Message"_s);
+        outsiderClient.subscribe(u"Message"_s);
+        QTRY_VERIFY(recipientClient.hasFrame(u"subscribed"_s));
+        QTRY_VERIFY(outsiderClient.hasFrame(u"subscribed"_s));
 
         const QString tag = uniqueTag();
         QCOMPARE(backend()
-                     .request("POST", QStringLiteral("/classes/Message"),
-                              {{QStringLiteral("title"), tag},
-                               {QStringLiteral("from"), userPointer(editor.objectId)},
-                               {QStringLiteral("to"), userPointer(freelancer.objectId)}},
+                     .request("POST", u"/classes/Message"_s,
+                              {{u"title"_s, tag},
+                               {u"from"_s, userPointer(editor.objectId)},
+                               {u"to"_s, userPointer(freelancer.objectId)}},
                               false, editor.sessionToken)
                      .status,
                  201);
-        QTRY_VERIFY(recipientClient.hasFrame(QStringLiteral("create")));
-        QCOMPARE(recipientClient.frame(QStringLiteral("create"))
-                     .value(QStringLiteral("object"))
-                     .toObject()
-                     .value(QStringLiteral("title"))
-                     .toString(),
-                 tag);
+        QTRY_VERIFY(recipientClient.hasFrame(u"create"_s));
+        QCOMPARE(recipientClient.frame(u"create"_s).value(u"object"_s).toObject().value(u"title"_s).toString(), tag);
         QTest::qWait(300);
-        QVERIFY(!outsiderClient.hasFrame(QStringLiteral("create")));
+        QVERIFY(!outsiderClient.hasFrame(u"create"_s));
     }
 };
 
