@@ -21,6 +21,8 @@
 #include <QUuid>
 #include <filesystem>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 // Every file the client wrote, with its contents.
 QHash<QString, QByteArray> filesIn(const QString &directory)
@@ -60,46 +62,46 @@ private Q_SLOTS:
         const QDateTime located(QDate(2026, 5, 6), QTime(7, 8, 9, 123), Qt::UTC);
         const QDateTime dayOne(QDate(2026, 6, 1), QTime(0, 0), Qt::UTC);
         const QDateTime dayTwo(QDate(2026, 6, 2), QTime(0, 0), Qt::UTC);
-        auto record = PFObject::objectWithClassName(QStringLiteral("Freelancer"));
-        record->setObject(PFObjectPtr(user), QStringLiteral("user"));
-        record->setObject(QStringLiteral("Zürich \"Nord\""), QStringLiteral("myTown"));
-        record->setObject(QStringLiteral("to be removed"), QStringLiteral("myCountry"));
-        record->setObject(true, QStringLiteral("isWhatsApp"));
-        record->setObject(located, QStringLiteral("locationDate"));
+        auto record = PFObject::objectWithClassName(u"Freelancer"_s);
+        record->setObject(PFObjectPtr(user), u"user"_s);
+        record->setObject(u"Zürich \"Nord\""_s, u"myTown"_s);
+        record->setObject(u"to be removed"_s, u"myCountry"_s);
+        record->setObject(true, u"isWhatsApp"_s);
+        record->setObject(located, u"locationDate"_s);
         record->setObject(QVariant::fromValue(PFGeoPoint::geoPointWithLatitude(47.3769, 8.5417)),
-                          QStringLiteral("lastKnownLocation"));
-        record->setStringList({QStringLiteral("English"), QStringLiteral("Deutsch")}, QStringLiteral("languages"));
-        record->setDateList({dayOne, dayTwo}, QStringLiteral("notAvailable"));
-        record->setObject(QVariantList{1.5, 42.0, true, QStringLiteral("x")}, QStringLiteral("myEquipment"));
-        record->setObject(QVariant::fromValue(nullptr), QStringLiteral("myWork"));
+                          u"lastKnownLocation"_s);
+        record->setStringList({u"English"_s, u"Deutsch"_s}, u"languages"_s);
+        record->setDateList({dayOne, dayTwo}, u"notAvailable"_s);
+        record->setObject(QVariantList{1.5, 42.0, true, u"x"_s}, u"myEquipment"_s);
+        record->setObject(QVariant::fromValue(nullptr), u"myWork"_s);
         int code = 0;
         QVERIFY2(ClientFixture::save(record, &code), qPrintable(QString::number(code)));
         QVERIFY(!record->objectId().isEmpty());
         QVERIFY(record->createdAt().isValid());
         QVERIFY(!record->isDirty());
 
-        record->removeObjectForKey(QStringLiteral("myCountry"));
+        record->removeObjectForKey(u"myCountry"_s);
         QVERIFY(ClientFixture::save(record));
-        QVERIFY(!record->hasKey(QStringLiteral("myCountry")));
+        QVERIFY(!record->hasKey(u"myCountry"_s));
 
-        const QList<PFObjectPtr> found = ClientFixture::find(
-            PFQuery(QStringLiteral("Freelancer")).whereKey(QStringLiteral("user"), PFObjectPtr(user)), &code);
+        const QList<PFObjectPtr> found =
+            ClientFixture::find(PFQuery(u"Freelancer"_s).whereKey(u"user"_s, PFObjectPtr(user)), &code);
         QCOMPARE(code, 0);
         QCOMPARE(found.size(), 1);
         const PFObjectPtr back = found.first();
         QCOMPARE(back->objectId(), record->objectId());
         QCOMPARE(back->createdAt(), record->createdAt());
-        QCOMPARE(back->stringForKey(QStringLiteral("myTown")), QStringLiteral("Zürich \"Nord\""));
-        QVERIFY(!back->hasKey(QStringLiteral("myCountry")));
-        QCOMPARE(back->boolForKey(QStringLiteral("isWhatsApp")), true);
-        QCOMPARE(back->dateForKey(QStringLiteral("locationDate")), located);
-        QCOMPARE(back->geoPointForKey(QStringLiteral("lastKnownLocation")),
+        QCOMPARE(back->stringForKey(u"myTown"_s), u"Zürich \"Nord\""_s);
+        QVERIFY(!back->hasKey(u"myCountry"_s));
+        QCOMPARE(back->boolForKey(u"isWhatsApp"_s), true);
+        QCOMPARE(back->dateForKey(u"locationDate"_s), located);
+        QCOMPARE(back->geoPointForKey(u"lastKnownLocation"_s),
                  std::optional(PFGeoPoint::geoPointWithLatitude(47.3769, 8.5417)));
-        QCOMPARE(back->stringListForKey(QStringLiteral("languages")), QStringList({"English", "Deutsch"}));
-        QCOMPARE(back->dateListForKey(QStringLiteral("notAvailable")), QList<QDateTime>({dayOne, dayTwo}));
-        QCOMPARE(back->listForKey(QStringLiteral("myEquipment")), QVariantList({1.5, 42.0, true, QStringLiteral("x")}));
-        QVERIFY(!back->hasKey(QStringLiteral("myWork")) || back->objectForKey(QStringLiteral("myWork")).isNull());
-        const PFObjectPtr owner = back->objectPointerForKey(QStringLiteral("user"));
+        QCOMPARE(back->stringListForKey(u"languages"_s), QStringList({"English", "Deutsch"}));
+        QCOMPARE(back->dateListForKey(u"notAvailable"_s), QList<QDateTime>({dayOne, dayTwo}));
+        QCOMPARE(back->listForKey(u"myEquipment"_s), QVariantList({1.5, 42.0, true, u"x"_s}));
+        QVERIFY(!back->hasKey(u"myWork"_s) || back->objectForKey(u"myWork"_s).isNull());
+        const PFObjectPtr owner = back->objectPointerForKey(u"user"_s);
         QVERIFY(owner);
         QCOMPARE(owner->objectId(), user->objectId());
         QVERIFY(std::dynamic_pointer_cast<PFUser>(owner));
@@ -111,27 +113,24 @@ private Q_SLOTS:
         QVERIFY(user);
         QJsonArray requests;
         for (int i = 0; i < 105; ++i) {
-            requests.append(QJsonObject{
-                {QStringLiteral("method"), QStringLiteral("POST")},
-                {QStringLiteral("path"), QStringLiteral("/classes/Freelancer")},
-                {QStringLiteral("body"),
-                 QJsonObject{
-                     {QStringLiteral("myTown"), QStringLiteral("t%1").arg(i, 3, 10, QLatin1Char('0'))},
-                     {QStringLiteral("user"), QJsonObject{{QStringLiteral("__type"), QStringLiteral("Pointer")},
-                                                          {QStringLiteral("className"), QStringLiteral("_User")},
-                                                          {QStringLiteral("objectId"), user->objectId()}}}}}});
+            requests.append(
+                QJsonObject{{u"method"_s, u"POST"_s},
+                            {u"path"_s, u"/classes/Freelancer"_s},
+                            {u"body"_s, QJsonObject{{u"myTown"_s, u"t%1"_s.arg(i, 3, 10, QLatin1Char('0'))},
+                                                    {u"user"_s, QJsonObject{{u"__type"_s, u"Pointer"_s},
+                                                                            {u"className"_s, u"_User"_s},
+                                                                            {u"objectId"_s, user->objectId()}}}}}});
         }
-        const auto batch = TestBackend::instance().request("POST", QStringLiteral("/batch"),
-                                                           {{QStringLiteral("requests"), requests}}, true);
+        const auto batch = TestBackend::instance().request("POST", u"/batch"_s, {{u"requests"_s, requests}}, true);
         QCOMPARE(batch.status, 200);
 
-        PFQuery query(QStringLiteral("Freelancer"));
-        query.whereKey(QStringLiteral("user"), PFObjectPtr(user)).orderByDescending(QStringLiteral("myTown"));
+        PFQuery query(u"Freelancer"_s);
+        query.whereKey(u"user"_s, PFObjectPtr(user)).orderByDescending(u"myTown"_s);
         QList<PFObjectPtr> found = ClientFixture::find(query);
         QCOMPARE(found.size(), 100); // the server's default page
-        QCOMPARE(found.first()->stringForKey(QStringLiteral("myTown")), QStringLiteral("t104"));
-        QCOMPARE(found.last()->stringForKey(QStringLiteral("myTown")), QStringLiteral("t005"));
-        const PFObjectPtr pointer = found.first()->objectPointerForKey(QStringLiteral("user"));
+        QCOMPARE(found.first()->stringForKey(u"myTown"_s), u"t104"_s);
+        QCOMPARE(found.last()->stringForKey(u"myTown"_s), u"t005"_s);
+        const PFObjectPtr pointer = found.first()->objectPointerForKey(u"user"_s);
         QVERIFY(pointer && !pointer->isDataAvailable());
 
         query.setLimit(200);
@@ -139,15 +138,14 @@ private Q_SLOTS:
         query.setLimit(10).setSkip(100);
         found = ClientFixture::find(query);
         QCOMPARE(found.size(), 5);
-        QCOMPARE(found.first()->stringForKey(QStringLiteral("myTown")), QStringLiteral("t004"));
+        QCOMPARE(found.first()->stringForKey(u"myTown"_s), u"t004"_s);
 
-        query.setLimit(1).setSkip(0).includeKey(QStringLiteral("user"));
+        query.setLimit(1).setSkip(0).includeKey(u"user"_s);
         found = ClientFixture::find(query);
         QCOMPARE(found.size(), 1);
-        const auto included =
-            std::dynamic_pointer_cast<PFUser>(found.first()->objectPointerForKey(QStringLiteral("user")));
+        const auto included = std::dynamic_pointer_cast<PFUser>(found.first()->objectPointerForKey(u"user"_s));
         QVERIFY(included && included->isDataAvailable());
-        QCOMPARE(included->stringForKey(QStringLiteral("firstName")), QStringLiteral("Ana"));
+        QCOMPARE(included->stringForKey(u"firstName"_s), u"Ana"_s);
     }
 
     void currentUserSurvivesRestart()
@@ -163,9 +161,9 @@ private Q_SLOTS:
         QVERIFY(remembered != user);
         QCOMPARE(remembered->objectId(), user->objectId());
         QCOMPARE(remembered->sessionToken(), token);
-        QCOMPARE(remembered->stringForKey(QStringLiteral("firstName")), QStringLiteral("Ana"));
+        QCOMPARE(remembered->stringForKey(u"firstName"_s), u"Ana"_s);
         // The session works: the user may change its own record.
-        remembered->setObject(QStringLiteral("Bea"), QStringLiteral("firstName"));
+        remembered->setObject(u"Bea"_s, u"firstName"_s);
         QVERIFY(ClientFixture::save(remembered));
 
         // The token lives in the secure storage only; the files are the user's alone.
@@ -179,15 +177,15 @@ private Q_SLOTS:
         }
 
         ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
-        QCOMPARE(PFUser::currentUser()->stringForKey(QStringLiteral("firstName")), QStringLiteral("Bea"));
+        QCOMPARE(PFUser::currentUser()->stringForKey(u"firstName"_s), u"Bea"_s);
         PFUser::logOut();
         QVERIFY(!PFUser::currentUser());
         QCOMPARE(m_secrets->size(), 0);
         // The session is ended on the server too.
         QTRY_COMPARE(TestBackend::instance()
-                         .request("GET", QStringLiteral("/users/me"), {}, false, token)
+                         .request("GET", u"/users/me"_s, {}, false, token)
                          .body.object()
-                         .value(QStringLiteral("code"))
+                         .value(u"code"_s)
                          .toInt(),
                      209);
         ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
@@ -220,26 +218,26 @@ private Q_SLOTS:
         QVERIFY(user);
         PFUser::logOut();
         int code = 0;
-        QVERIFY(!ClientFixture::logIn(user->username(), QStringLiteral("wrong"), &code));
+        QVERIFY(!ClientFixture::logIn(user->username(), u"wrong"_s, &code));
         QCOMPARE(code, 101);
         QVERIFY(!PFUser::currentUser());
-        const PFUserPtr back = ClientFixture::logIn(user->username(), QStringLiteral("Passw0rdX"), &code);
+        const PFUserPtr back = ClientFixture::logIn(user->username(), u"Passw0rdX"_s, &code);
         QCOMPARE(code, 0);
         QVERIFY(back && back->isAuthenticated());
         QCOMPARE(back->objectId(), user->objectId());
         QCOMPARE(PFUser::currentUser(), back);
-        QCOMPARE(back->stringForKey(QStringLiteral("firstName")), QStringLiteral("Ana"));
+        QCOMPARE(back->stringForKey(u"firstName"_s), u"Ana"_s);
 
         // A new password is saved like any key; the session goes on, and the old password is gone.
-        back->setPassword(QStringLiteral("N3wPassword"));
+        back->setPassword(u"N3wPassword"_s);
         QVERIFY2(ClientFixture::save(back, &code), qPrintable(QString::number(code)));
-        QVERIFY(!back->hasKey(QStringLiteral("password")));
-        back->setObject(QStringLiteral("Cleo"), QStringLiteral("firstName"));
+        QVERIFY(!back->hasKey(u"password"_s));
+        back->setObject(u"Cleo"_s, u"firstName"_s);
         QVERIFY(ClientFixture::save(back));
         PFUser::logOut();
-        QVERIFY(!ClientFixture::logIn(user->username(), QStringLiteral("Passw0rdX"), &code));
+        QVERIFY(!ClientFixture::logIn(user->username(), u"Passw0rdX"_s, &code));
         QCOMPARE(code, 101);
-        QVERIFY(ClientFixture::logIn(user->username(), QStringLiteral("N3wPassword")));
+        QVERIFY(ClientFixture::logIn(user->username(), u"N3wPassword"_s));
     }
 
     void fileUploadAndDownload()
@@ -249,12 +247,12 @@ private Q_SLOTS:
         QByteArray picture;
         for (int i = 0; i < 70000; ++i)
             picture.append(char(i * 7));
-        auto file = PFFileObject::fileObjectWithName(QStringLiteral("photo.jpg"), picture, "image/jpeg");
-        user->setObject(file, QStringLiteral("profilePicture"));
+        auto file = PFFileObject::fileObjectWithName(u"photo.jpg"_s, picture, "image/jpeg");
+        user->setObject(file, u"profilePicture"_s);
         int code = 0;
         QVERIFY2(ClientFixture::save(user, &code), qPrintable(QString::number(code)));
         QVERIFY(!file->isDirty());
-        QVERIFY(file->name().endsWith(QStringLiteral("photo.jpg")));
+        QVERIFY(file->name().endsWith(u"photo.jpg"_s));
 
         const auto stored = std::make_shared<PFFileObject>(file->name(), file->url(), std::nullopt, QByteArray());
         QByteArray downloaded;
@@ -268,27 +266,20 @@ private Q_SLOTS:
         QCOMPARE(downloaded, picture);
 
         // The saved user refers to the uploaded file.
-        const auto me =
-            TestBackend::instance().request("GET", QStringLiteral("/users/me"), {}, false, user->sessionToken());
-        QCOMPARE(me.body.object()
-                     .value(QStringLiteral("profilePicture"))
-                     .toObject()
-                     .value(QStringLiteral("name"))
-                     .toString(),
-                 file->name());
+        const auto me = TestBackend::instance().request("GET", u"/users/me"_s, {}, false, user->sessionToken());
+        QCOMPARE(me.body.object().value(u"profilePicture"_s).toObject().value(u"name"_s).toString(), file->name());
     }
 
     void cloudFunctionsReachTheOutbox()
     {
         QVERIFY(signUp());
-        const QString subject = QStringLiteral("Subject %1").arg(QUuid::createUuid().toString(QUuid::Id128));
-        const QVariantMap parameters{{QStringLiteral("toEmail"), QStringLiteral("editor@example.test")},
-                                     {QStringLiteral("subject"), subject},
-                                     {QStringLiteral("body"), QStringLiteral("Hello")}};
+        const QString subject = u"Subject %1"_s.arg(QUuid::createUuid().toString(QUuid::Id128));
+        const QVariantMap parameters{
+            {u"toEmail"_s, u"editor@example.test"_s}, {u"subject"_s, subject}, {u"body"_s, u"Hello"_s}};
         std::optional<int> called;
-        PFCloud::callFunctionInBackground(
-            QStringLiteral("sendgridEmail"), parameters,
-            [&](const QVariant &, const PFError *error) { called = error ? error->code() : 0; });
+        PFCloud::callFunctionInBackground(u"sendgridEmail"_s, parameters, [&](const QVariant &, const PFError *error) {
+            called = error ? error->code() : 0;
+        });
         QTRY_VERIFY_WITH_TIMEOUT(called.has_value(), 30000);
         QCOMPARE(*called, 0);
         QCOMPARE(TestBackend::readLines(TestBackend::instance().noticeOutbox()).filter(subject).size(), 1);
@@ -296,8 +287,7 @@ private Q_SLOTS:
         // Bad parameters come back as the function's error.
         int code = 0;
         PFCloud::callFunctionInBackground(
-            QStringLiteral("sendgridEmail"), {},
-            [&](const QVariant &, const PFError *error) { code = error ? error->code() : -1; });
+            u"sendgridEmail"_s, {}, [&](const QVariant &, const PFError *error) { code = error ? error->code() : -1; });
         QTRY_VERIFY(code != 0);
         QVERIFY(code > 0);
     }
@@ -308,7 +298,7 @@ private Q_SLOTS:
         QVERIFY(installation);
         QCOMPARE(PFInstallation::currentInstallation(), installation);
         installation->setDeviceTokenFromData(QByteArray::fromHex("0aff10"));
-        installation->setChannels({QStringLiteral("pro")});
+        installation->setChannels({u"pro"_s});
         QVERIFY(ClientFixture::save(installation));
         const QString id = installation->installationId();
         QVERIFY(!QUuid::fromString(id).isNull());
@@ -317,20 +307,19 @@ private Q_SLOTS:
         ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
         installation = PFInstallation::currentInstallation();
         QCOMPARE(installation->installationId(), id);
-        installation->setChannels({QStringLiteral("pro")});
+        installation->setChannels({u"pro"_s});
         int code = 0;
         QVERIFY2(ClientFixture::save(installation, &code), qPrintable(QString::number(code)));
 
         const QString where =
             QString::fromUtf8(QUrl::toPercentEncoding(QStringLiteral(R"({"installationId":"%1"})").arg(id)));
-        const auto found =
-            TestBackend::instance().request("GET", QStringLiteral("/installations?where=") + where, {}, true);
-        const QJsonArray results = found.body.object().value(QStringLiteral("results")).toArray();
+        const auto found = TestBackend::instance().request("GET", u"/installations?where="_s + where, {}, true);
+        const QJsonArray results = found.body.object().value(u"results"_s).toArray();
         QCOMPARE(results.size(), 1);
         const QJsonObject stored = results.first().toObject();
-        QCOMPARE(stored.value(QStringLiteral("deviceToken")).toString(), QStringLiteral("0aff10"));
-        QCOMPARE(stored.value(QStringLiteral("channels")).toArray(), QJsonArray({QStringLiteral("pro")}));
-        QCOMPARE(stored.value(QStringLiteral("deviceType")).toString(), QStringLiteral("linux"));
+        QCOMPARE(stored.value(u"deviceToken"_s).toString(), u"0aff10"_s);
+        QCOMPARE(stored.value(u"channels"_s).toArray(), QJsonArray({u"pro"_s}));
+        QCOMPARE(stored.value(u"deviceType"_s).toString(), u"linux"_s);
     }
 
     void passwordResetReachesTheMailOutbox()
