@@ -93,6 +93,15 @@ private:
         return findItem(window->contentItem(), QString::fromLatin1(name));
     }
 
+    // Shows `root` in `window` and answers the drawn window once exposed (null otherwise).
+    static QQuickWindow *show(ui::Window &window, ui::ViewController *root)
+    {
+        window.setRootViewController(root);
+        window.makeKeyAndVisible();
+        QQuickWindow *quick = window.quickWindow();
+        return quick && QTest::qWaitForWindowExposed(quick) ? quick : nullptr;
+    }
+
 private Q_SLOTS:
     void everyComponentCompiles_data()
     {
@@ -115,12 +124,9 @@ private Q_SLOTS:
     {
         ui::Window window;
         auto *screen = new LoginTestController;
-        window.setRootViewController(screen);
-        window.makeKeyAndVisible();
-        QQuickWindow *quick = window.quickWindow();
+        QQuickWindow *quick = show(window, screen);
         QVERIFY(quick);
         QCOMPARE(quick->size(), ui::Window::kDefaultSize);
-        QVERIFY(QTest::qWaitForWindowExposed(quick));
         QCOMPARE(screen->view()->width(), qreal(390));
 
         // Click into the password field by its outlet's name and type.
@@ -184,11 +190,8 @@ private Q_SLOTS:
         auto *first = new LoginTestController;
         first->setTitle(QStringLiteral("Login"));
         auto *navigation = new ui::NavigationController(first);
-        window.setRootViewController(navigation);
-        window.makeKeyAndVisible();
-        QQuickWindow *quick = window.quickWindow();
+        QQuickWindow *quick = show(window, navigation);
         QVERIFY(quick);
-        QVERIFY(QTest::qWaitForWindowExposed(quick));
 
         QQuickItem *bar = find(quick, "navigationBar");
         QVERIFY(bar);
@@ -231,10 +234,8 @@ private Q_SLOTS:
     {
         ui::Window window;
         auto *screen = new LoginTestController;
-        window.setRootViewController(screen);
-        window.makeKeyAndVisible();
-        QQuickWindow *quick = window.quickWindow();
-        QVERIFY(QTest::qWaitForWindowExposed(quick));
+        QQuickWindow *quick = show(window, screen);
+        QVERIFY(quick);
 
         QString chosen;
         QVERIFY(ui::PickerSheet::showPickerWithTitle(
@@ -261,11 +262,9 @@ private Q_SLOTS:
         ui::Storyboard::registerStoryboard(QStringLiteral("ViewsTest"), definition);
 
         ui::Window window;
-        window.setRootViewController(ui::Storyboard::storyboardWithName("ViewsTest")->instantiateInitialViewController());
-        window.makeKeyAndVisible();
-        QQuickWindow *quick = window.quickWindow();
+        QQuickWindow *quick =
+            show(window, ui::Storyboard::storyboardWithName("ViewsTest")->instantiateInitialViewController());
         QVERIFY(quick);
-        QVERIFY(QTest::qWaitForWindowExposed(quick));
 
         auto *child = qobject_cast<LoginTestController *>(
             window.rootViewController()->childViewControllerForSlot(QStringLiteral("contactDetails")));
