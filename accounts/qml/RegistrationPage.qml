@@ -23,6 +23,7 @@ Item {
     Flickable {
         id: flickable
 
+        objectName: "registrationForm"
         anchors.fill: parent
         contentHeight: column.implicitHeight + 48
         clip: true

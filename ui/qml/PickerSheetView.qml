@@ -11,6 +11,16 @@ FocusScope {
     required property PickerSheet controller
 
     focus: true
+    // The sheet takes the keys from whichever field opened it, once the screens under it have
+    // settled (the screen it covers gives up its focus as it is disabled).
+    onEnabledChanged: focusTimer.restart()
+
+    Timer {
+        id: focusTimer
+        interval: 0
+        running: true
+        onTriggered: if (sheetView.enabled && sheetView.visible) sheetView.forceActiveFocus()
+    }
     Keys.onEscapePressed: sheetView.controller.cancel()
     Keys.onReturnPressed: sheetView.controller.done()
     Keys.onEnterPressed: sheetView.controller.done()
