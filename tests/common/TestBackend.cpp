@@ -39,9 +39,9 @@ TestBackend::TestBackend()
 }
 
 TestBackend::Reply TestBackend::request(const QByteArray &method, const QString &path, const QJsonObject &body,
-                                        bool useMasterKey, const QString &sessionToken) const
+                                        bool useMasterKey, const QString &sessionToken,
+                                        const QList<Header> &headers) const
 {
-    QNetworkAccessManager nam;
     QUrl url = serverUrl();
     QString base = url.path();
     if (base.endsWith(u'/'))
@@ -58,11 +58,20 @@ TestBackend::Reply TestBackend::request(const QByteArray &method, const QString 
         req.setRawHeader("X-Parse-Client-Key", clientKey().toUtf8());
     if (!sessionToken.isEmpty())
         req.setRawHeader("X-Parse-Session-Token", sessionToken.toUtf8());
+    for (const Header &h : headers)
+        req.setRawHeader(h.first, h.second);
     req.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/json"));
     const QByteArray payload = body.isEmpty() && (method == "GET" || method == "DELETE")
                                    ? QByteArray()
                                    : QJsonDocument(body).toJson(QJsonDocument::Compact);
-    QNetworkReply *reply = nam.sendCustomRequest(req, method, payload);
+    return exchange(req, method, payload);
+}
+
+TestBackend::Reply TestBackend::exchange(const QNetworkRequest &request, const QByteArray &method,
+                                         const QByteArray &payload, QByteArray *contentType)
+{
+    QNetworkAccessManager nam;
+    QNetworkReply *reply = nam.sendCustomRequest(request, method, payload);
     QEventLoop loop;
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(30000, &loop, &QEventLoop::quit);
@@ -71,6 +80,8 @@ TestBackend::Reply TestBackend::request(const QByteArray &method, const QString 
     r.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     r.raw = reply->readAll();
     r.body = QJsonDocument::fromJson(r.raw);
+    if (contentType)
+        *contentType = reply->header(QNetworkRequest::ContentTypeHeader).toByteArray();
     reply->deleteLater();
     return r;
 }

@@ -2,6 +2,9 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QList>
+#include <QNetworkRequest>
+#include <QPair>
 #include <QString>
 #include <QUrl>
 
@@ -31,10 +34,17 @@ public:
         QByteArray raw;
     };
 
+    using Header = QPair<QByteArray, QByteArray>;
+
     // A blocking REST call for test set-up and checks. With useMasterKey the call bypasses
-    // permissions; otherwise it goes as a client (optionally with a session token).
+    // permissions; otherwise it goes as a client (optionally with a session token). Extra
+    // headers (such as X-Parse-Request-Id) are sent as given.
     Reply request(const QByteArray &method, const QString &path, const QJsonObject &body = {},
-                  bool useMasterKey = false, const QString &sessionToken = {}) const;
+                  bool useMasterKey = false, const QString &sessionToken = {}, const QList<Header> &headers = {}) const;
+
+    // Sends a prepared request and waits for its reply (30 s at most).
+    static Reply exchange(const QNetworkRequest &request, const QByteArray &method, const QByteArray &payload,
+                          QByteArray *contentType = nullptr);
 
     // A fresh user signed up for one test, with a unique name. Returns its objectId and session token.
     struct User {
@@ -59,5 +69,5 @@ private:
 #define REQUIRE_BACKEND()                                                                                              \
     do {                                                                                                               \
         if (!TestBackend::instance().isAvailable())                                                                    \
-            QFAIL(qPrintable(QStringLiteral("local backend not running: ") + TestBackend::instance().error()));     \
+            QFAIL(qPrintable(QStringLiteral("local backend not running: ") + TestBackend::instance().error()));        \
     } while (false)

@@ -1,11 +1,7 @@
 #include "BackendProbe.h"
 
-#include <QEventLoop>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QTimer>
 #include <QUrlQuery>
 #include <QUuid>
 
@@ -23,44 +19,10 @@ QJsonObject userPointer(const QString &objectId)
     return pointer(QStringLiteral("_User"), objectId);
 }
 
-namespace {
-
-TestBackend::Reply run(QNetworkAccessManager &nam, const QNetworkRequest &request, const QByteArray &method,
-                       const QByteArray &payload, QByteArray *contentType = nullptr)
-{
-    QNetworkReply *reply = nam.sendCustomRequest(request, method, payload);
-    QEventLoop loop;
-    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(30000, &loop, &QEventLoop::quit);
-    loop.exec();
-    TestBackend::Reply r;
-    r.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    r.raw = reply->readAll();
-    r.body = QJsonDocument::fromJson(r.raw);
-    if (contentType)
-        *contentType = reply->header(QNetworkRequest::ContentTypeHeader).toByteArray();
-    reply->deleteLater();
-    return r;
-}
-
-} // namespace
-
 TestBackend::Reply send(const QByteArray &method, const QString &path, const QJsonObject &body,
                         const QString &sessionToken, const QList<Header> &headers)
 {
-    const TestBackend &backend = TestBackend::instance();
-    QUrl url = backend.serverUrl();
-    url.setPath(path);
-    QNetworkRequest request(url);
-    request.setRawHeader("X-Parse-Application-Id", backend.applicationId().toUtf8());
-    request.setRawHeader("X-Parse-Client-Key", backend.clientKey().toUtf8());
-    if (!sessionToken.isEmpty())
-        request.setRawHeader("X-Parse-Session-Token", sessionToken.toUtf8());
-    for (const Header &h : headers)
-        request.setRawHeader(h.first, h.second);
-    request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/json"));
-    QNetworkAccessManager nam;
-    return run(nam, request, method, QJsonDocument(body).toJson(QJsonDocument::Compact));
+    return TestBackend::instance().request(method, path, body, false, sessionToken, headers);
 }
 
 TestBackend::Reply upload(const QString &name, const QByteArray &bytes, const QString &sessionToken)
@@ -73,23 +35,19 @@ TestBackend::Reply upload(const QString &name, const QByteArray &bytes, const QS
     request.setRawHeader("X-Parse-Client-Key", backend.clientKey().toUtf8());
     request.setRawHeader("X-Parse-Session-Token", sessionToken.toUtf8());
     request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("image/jpeg"));
-    QNetworkAccessManager nam;
-    return run(nam, request, "POST", bytes);
+    return TestBackend::exchange(request, "POST", bytes);
 }
 
 TestBackend::Reply fetch(const QUrl &url, QByteArray *contentType)
 {
-    QNetworkAccessManager nam;
-    return run(nam, QNetworkRequest(url), "GET", {}, contentType);
+    return TestBackend::exchange(QNetworkRequest(url), "GET", {}, contentType);
 }
 
 QJsonObject masterGet(const QString &className, const QString &objectId)
 {
-    QString path = QStringLiteral("/classes/%1/%2").arg(className, objectId);
-    if (className == QLatin1String("_User"))
-        path = QStringLiteral("/users/") + objectId;
-    else if (className == QLatin1String("_Installation"))
-        path = QStringLiteral("/installations/") + objectId;
+    const QString path = className == QLatin1String("_User")
+                             ? QStringLiteral("/users/") + objectId
+                             : QStringLiteral("/classes/%1/%2").arg(className, objectId);
     const TestBackend::Reply r = TestBackend::instance().request("GET", path, {}, true);
     return r.status == 200 ? r.body.object() : QJsonObject();
 }

@@ -5,14 +5,12 @@
 #include <QByteArray>
 #include <QJsonObject>
 #include <QList>
-#include <QPair>
 #include <QString>
 
-// Helpers for the backend suites: pointers, master-key look-ups and requests that carry
-// extra headers (such as X-Parse-Request-Id), which TestBackend::request does not send.
+// Helpers for the backend suites: pointers, master-key look-ups, uploads and plain pages.
 namespace BackendProbe {
 
-using Header = QPair<QByteArray, QByteArray>;
+using Header = TestBackend::Header;
 
 [[nodiscard]] QJsonObject pointer(const QString &className, const QString &objectId);
 [[nodiscard]] QJsonObject userPointer(const QString &objectId);
