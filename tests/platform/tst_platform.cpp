@@ -14,6 +14,12 @@
 class TestPlatform : public QObject {
     Q_OBJECT
 
+    static bool writeFile(const QString &path, const QByteArray &bytes)
+    {
+        QFile file(path);
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    }
+
 private Q_SLOTS:
     void configurationAcceptsOnlySafeServers_data()
     {
@@ -45,11 +51,7 @@ private Q_SLOTS:
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("app.conf"));
-        {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("server=https://file.example\nclientKey=fromfile\nhelpEmail=desk@file.example\n");
-        }
+        QVERIFY(writeFile(path, "server=https://file.example\nclientKey=fromfile\nhelpEmail=desk@file.example\n"));
         qputenv("VANTREL_CLIENT_KEY", "fromenv");
         AppConfiguration config;
         const auto outcome = config.load({QStringLiteral("app"), QStringLiteral("--config"), path,
@@ -130,10 +132,7 @@ private Q_SLOTS:
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("push-token"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("short");
-        file.close();
+        QVERIFY(writeFile(path, "short"));
         PushTokenSource source(path);
         QSignalSpy spy(&source, &PushTokenSource::didRegisterForRemoteNotificationsWithDeviceToken);
         source.registerForRemoteNotifications();
