@@ -248,7 +248,8 @@ bool RegistrationTableViewController::textFieldShouldReturn(ui::TextField *textF
 
 void RegistrationTableViewController::textFieldDidEndEditing(ui::TextField *textField)
 {
-    if (!textField || textField->tag() != kEmailAddressTag)
+    // Only while the form is on screen: leaving the screen also takes the focus away.
+    if (!textField || textField->tag() != kEmailAddressTag || appearanceState() != AppearanceState::Appeared)
         return;
     if (!EmailAddressRule::isValid(textField->text()))
         showAlert(kError, kInvalidEmail, kOk);
@@ -259,6 +260,11 @@ bool RegistrationTableViewController::formIsValid() const
     // Names, town, country and role count only with something besides blanks: they are saved
     // trimmed. The address is checked as typed by the e-mail rule (blanks make it fail).
     const auto holdsText = [](const ui::TextField *field) { return !field->text().trimmed().isEmpty(); };
+    // The views cap what is typed; text that came another way is held to the same length.
+    const auto fields = findChildren<ui::TextField *>(QString(), Qt::FindDirectChildrenOnly);
+    if (std::any_of(fields.begin(), fields.end(),
+                    [](const ui::TextField *field) { return field->text().size() > kMaximumFieldLength; }))
+        return false;
     if (!EmailAddressRule::isValid(m_emailAddressTextField->text()))
         return false;
     if (!holdsText(m_firstNameTextField) || !holdsText(m_lastNameTextField) ||

@@ -49,7 +49,7 @@ class RegistrationTableViewController : public ui::TableViewController {
     Q_PROPERTY(ui::BarButtonItem *submitButton READ submitButton CONSTANT)
     Q_PROPERTY(ui::Button *roleInfoButton READ roleInfoButton CONSTANT)
     Q_PROPERTY(ActivitySpinner *loadingSpinner READ loadingSpinner CONSTANT)
-    // The views cap every field at this many characters: no name, address or number is longer.
+    // The views cap every field at this many characters, and the form check refuses longer text.
     Q_PROPERTY(int maximumFieldLength READ maximumFieldLength CONSTANT)
 
 public:

@@ -244,6 +244,7 @@ private Q_SLOTS:
                                           << "";
         QTest::newRow("home town of blanks only") << "homeTownTextField"
                                                   << " \n ";
+        QTest::newRow("10,000-character first name") << "firstNameTextField" << QString(10000, 'x');
     }
 
     void formCheck()
