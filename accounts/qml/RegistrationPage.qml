@@ -13,7 +13,7 @@ Item {
         width: parent.width
         topPadding: 10
         font.bold: true
-        color: Theme.navigationBarColor
+        color: "#6d6d72"
     }
     component FormField: OutletTextField {
         width: parent.width
