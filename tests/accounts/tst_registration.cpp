@@ -396,6 +396,31 @@ private Q_SLOTS:
         QCOMPARE(freelancers(users(m_email).first().toObject()).size(), 1);
     }
 
+    void failedProfileSaveLeavesAnAccountThatSignsIn()
+    {
+        Controller *screen = openFilled(QStringLiteral("Astronaut")); // an account without a profile first
+        QVERIFY(screen);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No role matches"));
+        screen->submitButton()->click();
+        expectAlert(QStringLiteral("Error"), kAdmin);
+        // The session ends on the server (an administrator's sign-out): the record's save is refused.
+        const QJsonObject user = users(m_email).first().toObject();
+        const TestBackend &backend = TestBackend::instance();
+        const QJsonArray sessions = rows(
+            "/sessions",
+            {{"user", QJsonObject{{"__type", "Pointer"}, {"className", "_User"}, {"objectId", user["objectId"]}}}});
+        for (const QJsonValue &session : sessions)
+            QCOMPARE(backend.request("DELETE", "/sessions/" + session["objectId"].toString(), {}, true).status, 200);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("pending save was refused"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("The new profile was not saved"));
+        screen->roleTextField()->setText(QStringLiteral("Print"));
+        screen->submitButton()->click();
+        expectAlert(QStringLiteral("Error"), kAdmin);
+        QVERIFY(!screen->loadingSpinner()->actInd()->isAnimating());
+        QCOMPARE(freelancers(user).size(), 0);
+        QVERIFY(ClientFixture::logIn(m_email, QStringLiteral("secret pass"))); // not locked out
+    }
+
     void addressAlreadyRegistered()
     {
         Controller *screen = openFilled();
