@@ -87,8 +87,10 @@ private:
             return nullptr;
         login->registerButton()->click();
         Controller *screen = nullptr;
-        QTest::qWaitFor([&] { return (screen = qobject_cast<Controller *>(f().navigation()->topViewController())); });
-        if (screen && waitForRoles && !QTest::qWaitFor([&] { return screen->submitButton()->isEnabled(); }, 15000))
+        if (!QTest::qWaitFor(
+                [&] { return (screen = qobject_cast<Controller *>(f().navigation()->topViewController())); }))
+            return nullptr;
+        if (waitForRoles && !QTest::qWaitFor([&] { return screen->submitButton()->isEnabled(); }, 15000))
             return nullptr;
         return screen;
     }
