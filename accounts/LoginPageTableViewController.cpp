@@ -183,9 +183,10 @@ void LoginPageTableViewController::forgotPasswordButton_Click()
         if (!self)
             return;
         if (succeeded && !error) {
-            self->showAlert(QStringLiteral("Success"),
-                            QStringLiteral("Please check your registered email address for password reset instructions."),
-                            QStringLiteral("OK"));
+            self->showAlert(
+                QStringLiteral("Success"),
+                QStringLiteral("Please check your registered email address for password reset instructions."),
+                QStringLiteral("OK"));
         } else if (error) {
             qCInfo(lcAccounts) << "the password reset request failed:" << error->localizedDescription();
         }
@@ -278,8 +279,7 @@ void LoginPageTableViewController::logIn(const QString &username, const QString 
                                           });
 }
 
-void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const PFError *error,
-                                                  const QString &password)
+void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const PFError *error, const QString &password)
 {
     Q_UNUSED(user)
     if (error) {
@@ -314,7 +314,8 @@ void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const P
     }
     if (!current->isAuthorised()) {
         showAlert(QStringLiteral("Error"),
-                  QStringLiteral("Sorry it appears your account has not yet been authorised.  Please contact Vantrel Admin if you are not authorised within 7 days."),
+                  QStringLiteral("Sorry it appears your account has not yet been authorised.  Please contact Vantrel "
+                                 "Admin if you are not authorised within 7 days."),
                   QStringLiteral("Ok"));
         stopSpinner();
         m_userNameTextField->setText({});
@@ -323,7 +324,8 @@ void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const P
     }
     if (current->isNewsDeskUser()) {
         showAlert(QStringLiteral("Error"),
-                  QStringLiteral("Sorry there seems to be a problem.  Please try again later or contact our admin team.  You may not be an authorised Vantrel Pro user."),
+                  QStringLiteral("Sorry there seems to be a problem.  Please try again later or contact our admin "
+                                 "team.  You may not be an authorised Vantrel Pro user."),
                   QStringLiteral("Ok"));
         stopSpinner();
         return;
@@ -336,20 +338,7 @@ void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const P
     if (!AccountServices::current().passwordItem(workEmail).savePassword(password, &keychainError))
         qFatal("%s", qPrintable(QStringLiteral("Error updating keychain - ") + keychainError->localizedDescription()));
     defaults()->setBool(true, kHasLoginKey);
-    presentMenu();
-}
-
-void LoginPageTableViewController::presentMenu()
-{
-    ui::Storyboard *storyboard = ui::Storyboard::storyboardWithName(QStringLiteral("Menu"));
-    ui::ViewController *menu =
-        storyboard ? storyboard->instantiateViewControllerWithIdentifier(QStringLiteral("menu")) : nullptr;
-    if (!menu)
-        return;
-    menu->setModalPresentationStyle(ui::ViewController::ModalPresentationStyle::FullScreen);
-    presentViewController(menu, true);
-    if (!menu->parent())
-        delete menu;
+    presentFullScreen(QStringLiteral("Menu"), QStringLiteral("menu"));
 }
 
 void LoginPageTableViewController::stopSpinner()
@@ -365,6 +354,7 @@ void LoginPageTableViewController::showAlert(const QString &title, const QString
 void LoginPageTableViewController::showSavedPasswordFailure()
 {
     showAlert(QStringLiteral("Error"),
-              QStringLiteral("Something has gone wrong, please try to login manually, it maybe you have never logged into the app on this device before.  If this fails, please contact Vantrel Admin."),
+              QStringLiteral("Something has gone wrong, please try to login manually, it maybe you have never logged "
+                             "into the app on this device before.  If this fails, please contact Vantrel Admin."),
               QStringLiteral("Ok"));
 }

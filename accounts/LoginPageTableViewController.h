@@ -80,7 +80,6 @@ private:
     void biometricLogin();
     void logIn(const QString &username, const QString &password);
     void loginCompleted(const PFUserPtr &user, const PFError *error, const QString &password);
-    void presentMenu();
     void stopSpinner();
     void showAlert(const QString &title, const QString &message, const QString &button);
     void showSavedPasswordFailure();

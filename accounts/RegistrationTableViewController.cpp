@@ -396,20 +396,7 @@ void RegistrationTableViewController::freelancerSaved(bool succeeded)
         return;
     }
     m_accountWithoutProfile.reset();
-    presentMenu();
-}
-
-void RegistrationTableViewController::presentMenu()
-{
-    ui::Storyboard *storyboard = ui::Storyboard::storyboardWithName(QStringLiteral("Menu"));
-    ui::ViewController *menu =
-        storyboard ? storyboard->instantiateViewControllerWithIdentifier(QStringLiteral("menu")) : nullptr;
-    if (!menu)
-        return;
-    menu->setModalPresentationStyle(ui::ViewController::ModalPresentationStyle::FullScreen);
-    presentViewController(menu, true);
-    if (!menu->parent())
-        delete menu;
+    presentFullScreen(QStringLiteral("Menu"), QStringLiteral("menu"));
 }
 
 void RegistrationTableViewController::stopSpinner()

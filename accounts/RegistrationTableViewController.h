@@ -125,7 +125,6 @@ private:
     void signUpCompleted(const std::shared_ptr<User> &user, bool succeeded, const PFError *error);
     void createFreelancer(const std::shared_ptr<User> &user);
     void freelancerSaved(bool succeeded);
-    void presentMenu();
     void stopSpinner();
     void showAlert(const QString &title, const QString &message, const QString &button);
     void showAdminAlert();

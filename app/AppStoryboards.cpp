@@ -33,17 +33,19 @@ namespace AppStoryboards {
 
 void registerAll(const AppConfiguration &configuration)
 {
+    const RegistrationSettings registrationSettings = RegistrationSettings::fromConfiguration(configuration);
+
     // The main storyboard starts with the sign-in; the start-up screen stays registered in it.
     ui::StoryboardDefinition main;
     main.initialIdentifier = kLoginIdentifier;
     main.scenes.insert(kStartIdentifier, startScene());
-    AccountScenes::addTo(main);
+    AccountScenes::addTo(main, registrationSettings);
     ui::Storyboard::registerStoryboard(kMain, main);
 
     // Signing out presents this storyboard's "login".
     ui::StoryboardDefinition registration;
     registration.initialIdentifier = kLoginIdentifier;
-    AccountScenes::addTo(registration);
+    AccountScenes::addTo(registration, registrationSettings);
     ui::Storyboard::registerStoryboard(kRegistration, registration);
 
     ui::StoryboardDefinition menu;
