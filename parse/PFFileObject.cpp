@@ -5,6 +5,8 @@
 #include "Parse.h"
 #include "ParseCore.h"
 
+#include <QMimeDatabase>
+
 PFFileObject::PFFileObject(QString name, QUrl url, std::optional<QByteArray> data, QByteArray contentType)
     : m_name(std::move(name)), m_url(std::move(url)), m_data(std::move(data)), m_contentType(std::move(contentType))
 {
@@ -18,8 +20,11 @@ PFFileObjectPtr PFFileObject::fileObjectWithData(const QByteArray &data)
 PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QByteArray &data,
                                                  const QByteArray &contentType)
 {
-    return std::make_shared<PFFileObject>(
-        name, QUrl(), data, contentType.isEmpty() ? QByteArrayLiteral("application/octet-stream") : contentType);
+    // Without a stated type the bytes say what they are, so that a picture is served as one
+    // (the backend also takes the stored name's extension from the type).
+    const QByteArray type =
+        contentType.isEmpty() ? QMimeDatabase().mimeTypeForData(data).name().toLatin1() : contentType;
+    return std::make_shared<PFFileObject>(name, QUrl(), data, type);
 }
 
 PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QUrl &url)

@@ -10,7 +10,7 @@ packages=(
   # QML runtime modules
   qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-window
   qml6-module-qtquick-templates qml6-module-qtquick-dialogs qml6-module-qtqml-workerscript qml6-module-qtqml
-  qml6-module-qtqml-models qml6-module-qtcore qml6-module-qt-labs-settings qml6-module-qtquick-shapes
+  qml6-module-qtqml-models qml6-module-qtcore qml6-module-qt-labs-settings qml6-module-qt-labs-folderlistmodel qml6-module-qtquick-shapes
   # features
   qt6-positioning-dev qml6-module-qtpositioning qt6-websockets-dev qt6-svg-dev qtkeychain-qt6-dev libsecret-1-0
   libqt6sql6-sqlite

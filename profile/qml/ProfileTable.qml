@@ -1,3 +1,4 @@
+import QtCore
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
@@ -85,8 +86,10 @@ Flickable {
 
     FileDialog {
         id: photoDialog
+        objectName: "photoDialog"
 
         title: qsTr("Choose a photo")
+        currentFolder: StandardPaths.writableLocation(StandardPaths.PicturesLocation)
         nameFilters: [qsTr("Pictures (*.jpg *.jpeg *.png *.bmp *.gif *.webp *.heic)"), qsTr("All files (*)")]
         onAccepted: form.controller.photoPicked(selectedFile)
     }

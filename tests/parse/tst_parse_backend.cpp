@@ -268,6 +268,14 @@ private Q_SLOTS:
         // The saved user refers to the uploaded file.
         const auto me = TestBackend::instance().request("GET", u"/users/me"_s, {}, false, user->sessionToken());
         QCOMPARE(me.body.object().value(u"profilePicture"_s).toObject().value(u"name"_s).toString(), file->name());
+
+        // Without a stated type the bytes name it, and the backend stores a picture as one.
+        auto unnamed = PFFileObject::fileObjectWithData(QByteArray::fromHex("ffd8ffe000104a46494600") + picture);
+        QCOMPARE(unnamed->contentType(), "image/jpeg");
+        user->setObject(unnamed, u"profilePicture"_s);
+        QVERIFY(ClientFixture::save(user));
+        QVERIFY2(unnamed->name().endsWith(u".jpeg"_s) || unnamed->name().endsWith(u".jpg"_s),
+                 qPrintable(unnamed->name()));
     }
 
     void cloudFunctionsReachTheOutbox()

@@ -8,6 +8,7 @@
 
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QTest>
 
 using ViewTest::centreOf;
@@ -60,6 +61,19 @@ private Q_SLOTS:
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(edit));
         QTRY_VERIFY(position->isEnabled());
         QCOMPARE(edit->property("text").toString(), QStringLiteral("SAVE"));
+
+        // The photo picker opens (its implementation needs modules the view alone does not).
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("FileDialog")));
+        QQuickItem *choosePhoto = findVisibleItem(quick->contentItem(), QStringLiteral("choosePhotoButton"));
+        QVERIFY(choosePhoto);
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(choosePhoto));
+        QObject *dialog = nullptr;
+        for (QQuickItem *form = choosePhoto; form && !dialog; form = form->parentItem())
+            dialog = form->findChild<QObject *>(QStringLiteral("photoDialog"));
+        QVERIFY(dialog);
+        QTRY_VERIFY(dialog->property("visible").toBool());
+        QMetaObject::invokeMethod(dialog, "reject");
+        QTRY_VERIFY(!dialog->property("visible").toBool());
 
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(position));
         QTRY_VERIFY(hub->profileTable()->positionTextField()->isFirstResponder());
