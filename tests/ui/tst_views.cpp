@@ -1,22 +1,21 @@
 #include "ActivityIndicatorView.h"
 #include "AlertController.h"
+#include "Button.h"
+#include "FirstResponder.h"
 #include "NavigationController.h"
 #include "PickerSheet.h"
 #include "Storyboard.h"
-#include "Theme.h"
-#include "Button.h"
-#include "FirstResponder.h"
 #include "Switch.h"
 #include "TextField.h"
+#include "Theme.h"
 #include "Toolbar.h"
 #include "ViewController.h"
+#include "ViewTestHelpers.h"
 #include "Window.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
-
-#include "ViewTestHelpers.h"
 
 using ViewTest::centreOf;
 using ViewTest::findItem;
@@ -61,10 +60,11 @@ public:
     {
         ++logins;
         passwordAtLogin = m_password->text();
-        auto *alert = ui::AlertController::alertControllerWithTitle(
-            QStringLiteral("Error"), QStringLiteral("Please enter some log in details."),
-            ui::AlertController::Style::Alert);
+        auto *alert = ui::AlertController::alertControllerWithTitle(QStringLiteral("Error"),
+                                                                    QStringLiteral("Please enter some log in details."),
+                                                                    ui::AlertController::Style::Alert);
         alert->addAction(ui::AlertAction::actionWithTitle(QStringLiteral("Ok"), ui::AlertAction::Style::Default));
+        alert->addAction(ui::AlertAction::actionWithTitle(QStringLiteral("Wipe"), ui::AlertAction::Style::Destructive));
         alert->addAction(ui::AlertAction::actionWithTitle(QStringLiteral("Cancel"), ui::AlertAction::Style::Cancel,
                                                           [this](ui::AlertAction *) { ++cancels; }));
         presentViewController(alert, true);
@@ -175,6 +175,12 @@ private Q_SLOTS:
         QTRY_VERIFY(find(quick, "alertBox"));
         QTRY_VERIFY(find(quick, "alertBox")->isVisible());
         QVERIFY(!ui::FirstResponder::instance()->current()); // the keyboard went away
+        // Titles are drawn in their style's colour: red for a destructive action, the accent otherwise.
+        const auto titleColour = [&](const char *name) {
+            return find(quick, name)->property("contentItem").value<QQuickItem *>()->property("color").value<QColor>();
+        };
+        QCOMPARE(titleColour("alertAction_Wipe"), QColor(0xff, 0x3b, 0x30));
+        QCOMPARE(titleColour("alertAction_Ok"), ui::Theme::instance()->accentColor());
         QTest::keyClick(quick, Qt::Key_Escape);
         QTRY_COMPARE(screen->cancels, 1);
         QVERIFY(!ui::AlertController::alertOnScreen());
@@ -256,7 +262,8 @@ private Q_SLOTS:
         definition.initialIdentifier = QStringLiteral("container");
         definition.scenes.insert(
             QStringLiteral("container"),
-            {[] { return new ui::ViewController; }, QUrl(QStringLiteral("qrc:/test/ContainerTestView.qml")),
+            {[] { return new ui::ViewController; },
+             QUrl(QStringLiteral("qrc:/test/ContainerTestView.qml")),
              {{QStringLiteral("contactDetails"), {ui::StoryboardSegue::Kind::Embed, QStringLiteral("details")}}}});
         definition.scenes.insert(QStringLiteral("details"), {[] { return new LoginTestController; }});
         ui::Storyboard::registerStoryboard(QStringLiteral("ViewsTest"), definition);

@@ -99,7 +99,8 @@ FocusScope {
                         enabled: modelData.enabled
                         text: modelData.title
                         font.bold: modelData.style === AlertAction.Cancel
-                        palette.buttonText: modelData.style === AlertAction.Destructive ? "#ff3b30" : Theme.accentColor
+                        // A flat button draws its title in the window text colour.
+                        palette.windowText: modelData.style === AlertAction.Destructive ? "#ff3b30" : Theme.accentColor
                         Accessible.name: modelData.title
                         onClicked: alertView.controller.choose(modelData)
                         Keys.onReturnPressed: alertView.controller.choose(modelData)
