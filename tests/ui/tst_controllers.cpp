@@ -1,11 +1,10 @@
-#include "RecordingController.h"
-
 #include "AlertController.h"
 #include "Button.h"
 #include "ControllerListModel.h"
 #include "NavigationController.h"
 #include "NavigationItem.h"
 #include "PickerSheet.h"
+#include "RecordingController.h"
 #include "Storyboard.h"
 #include "Switch.h"
 #include "TextField.h"
@@ -133,8 +132,8 @@ private Q_SLOTS:
 
         QTest::newRow("full screen covers the presenter")
             << int(Style::FullScreen)
-            << QStringList{"root.viewWillDisappear", "modal.viewDidLoad", "modal.viewWillAppear",
-                           "root.viewDidDisappear", "modal.viewDidAppear", "completion"}
+            << QStringList{"root.viewWillDisappear", "modal.viewDidLoad",   "modal.viewWillAppear",
+                           "root.viewDidDisappear",  "modal.viewDidAppear", "completion"}
             << QStringList{"modal.viewWillDisappear", "root.viewWillAppear", "modal.viewDidDisappear",
                            "root.viewDidAppear", "completion"};
         QTest::newRow("over full screen leaves the presenter on screen")
@@ -214,7 +213,8 @@ private Q_SLOTS:
         root->presentViewController(screen, false);
         settle();
 
-        auto *first = ui::AlertController::alertControllerWithTitle("Error", "first", ui::AlertController::Style::Alert);
+        auto *first =
+            ui::AlertController::alertControllerWithTitle("Error", "first", ui::AlertController::Style::Alert);
         first->addAction(ui::AlertAction::actionWithTitle("Ok", ui::AlertAction::Style::Default));
         bool firstShown = false;
         ui::TextField field(QStringLiteral("userNameTextField"));
@@ -225,14 +225,16 @@ private Q_SLOTS:
         QVERIFY(firstShown);
         QCOMPARE(ui::AlertController::alertOnScreen(), first);
 
-        // A second alert, whether from the same screen or from the one underneath, is refused.
-        for (ui::ViewController *presenter : {static_cast<ui::ViewController *>(screen),
-                                              static_cast<ui::ViewController *>(root)}) {
-            std::unique_ptr<ui::AlertController> second(ui::AlertController::alertControllerWithTitle(
-                "Error", "second", ui::AlertController::Style::Alert));
+        // A second alert is refused, whether from the same screen, from the one underneath, or
+        // from a screen that presents nothing at all (only the alert on screen stands in its way).
+        RecordingController loner(QStringLiteral("loner"), &m_log);
+        for (ui::ViewController *presenter :
+             {static_cast<ui::ViewController *>(screen), static_cast<ui::ViewController *>(root),
+              static_cast<ui::ViewController *>(&loner)}) {
+            std::unique_ptr<ui::AlertController> second(
+                ui::AlertController::alertControllerWithTitle("Error", "second", ui::AlertController::Style::Alert));
             bool secondShown = false;
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression("Attempt to present .* which is already presenting"));
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Attempt to present .* which is already presenting"));
             presenter->presentViewController(second.get(), true, [&secondShown] { secondShown = true; });
             settle();
             QVERIFY(!secondShown);
@@ -244,13 +246,14 @@ private Q_SLOTS:
     void choosingAnActionDismissesThenRunsTheHandler()
     {
         RecordingController *root = showRoot();
-        auto *alert = ui::AlertController::alertControllerWithTitle("Confirm", "Sure?", ui::AlertController::Style::Alert);
+        auto *alert =
+            ui::AlertController::alertControllerWithTitle("Confirm", "Sure?", ui::AlertController::Style::Alert);
         QStringList ran;
         bool alertGoneWhenHandled = false;
         alert->addAction(ui::AlertAction::actionWithTitle("OK", ui::AlertAction::Style::Default,
                                                           [&ran](ui::AlertAction *a) { ran << a->title(); }));
-        alert->addAction(ui::AlertAction::actionWithTitle(
-            "Cancel", ui::AlertAction::Style::Cancel, [&](ui::AlertAction *a) {
+        alert->addAction(
+            ui::AlertAction::actionWithTitle("Cancel", ui::AlertAction::Style::Cancel, [&](ui::AlertAction *a) {
                 ran << a->title();
                 alertGoneWhenHandled = !root->presentedViewController() && !ui::AlertController::alertOnScreen();
             }));
@@ -283,15 +286,19 @@ private Q_SLOTS:
         QTest::addColumn<QString>("className"); // empty: nothing made
         QTest::addColumn<QString>("error");
 
-        QTest::newRow("scene") << "Test" << "source" << "SourceController" << QString();
-        QTest::newRow("navigation scene with its root")
-            << "Test" << "nav" << "ui::NavigationController" << QString();
+        QTest::newRow("scene") << "Test"
+                               << "source"
+                               << "SourceController" << QString();
+        QTest::newRow("navigation scene with its root") << "Test"
+                                                        << "nav"
+                                                        << "ui::NavigationController" << QString();
         QTest::newRow("initial") << "Test" << QString() << "ui::NavigationController" << QString();
         QTest::newRow("unknown identifier")
-            << "Test" << "nowhere" << QString()
+            << "Test"
+            << "nowhere" << QString()
             << "Storyboard 'Test' doesn't contain a view controller with identifier 'nowhere'";
-        QTest::newRow("unknown storyboard") << "Elsewhere" << "source" << QString()
-                                            << "Could not find a storyboard named 'Elsewhere'";
+        QTest::newRow("unknown storyboard") << "Elsewhere"
+                                            << "source" << QString() << "Could not find a storyboard named 'Elsewhere'";
     }
 
     void storyboardInstantiatesByIdentifier()
@@ -330,9 +337,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("identifier");
         QTest::addColumn<QString>("expectedPlace");
 
-        QTest::newRow("push") << "details" << "pushed";
-        QTest::newRow("modal") << "change" << "presented";
-        QTest::newRow("embed") << "contactDetails" << "embedded";
+        QTest::newRow("push") << "details"
+                              << "pushed";
+        QTest::newRow("modal") << "change"
+                               << "presented";
+        QTest::newRow("embed") << "contactDetails"
+                               << "embedded";
     }
 
     void seguesHandOverWhatPrepareSets()
