@@ -16,8 +16,7 @@
 namespace {
 
 // Stands for the main menu until it exists: the login only has to present "menu" of "Menu".
-class MenuStandIn : public ui::ViewController {
-};
+class MenuStandIn : public ui::ViewController {};
 
 void registerStoryboards()
 {
@@ -35,31 +34,33 @@ void registerStoryboards()
 
 } // namespace
 
-AccountsFixture::AccountsFixture(bool drawsInterface)
+AccountsFixture::AccountsFixture(bool drawsInterface, bool withReader)
 {
-    if (!TestBackend::instance().isAvailable())
+    if (!TestBackend::instance().isAvailable() || !m_dir.isValid())
         return;
     m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(QStringLiteral("defaults.ini")));
     UserDefaults::setStandardUserDefaults(m_defaults.get());
 
-    m_bus = std::make_unique<PrivateBus>();
-    if (!m_bus->isRunning() ||
-        !m_bus->startTemplate(QStringLiteral(VANTREL_SOURCE_DIR "/tests/support/fprintd_template.py"),
-                              QStringLiteral("net.reactivated.Fprint"), {QStringLiteral("--session")}))
-        return;
-    m_biometrics = std::make_unique<FprintdBiometrics>(m_bus->connection());
+    if (withReader) {
+        m_bus = std::make_unique<PrivateBus>();
+        if (!m_bus->isRunning() ||
+            !m_bus->startTemplate(QStringLiteral(VANTREL_SOURCE_DIR "/tests/support/fprintd_template.py"),
+                                  QStringLiteral("net.reactivated.Fprint"), {QStringLiteral("--session")}))
+            return;
+        m_biometrics = std::make_unique<FprintdBiometrics>(m_bus->connection());
+    }
 
     AccountServices services;
     services.userDefaults = m_defaults.get();
     services.secureStore = &m_store;
     services.biometrics = m_biometrics.get();
-    services.administratorEmail = QStringLiteral("admin@vantrel.test");
+    services.administratorEmail = kAdministrator;
     services.helpEmail = QStringLiteral("help@vantrel.test");
     AccountServices::setCurrent(services);
 
     PFSubclassRegistry::shared().clear();
     registerRecordClasses();
-    ClientFixture::start(ClientFixture::configuration(m_dir.path(), &m_sessionStorage));
+    restartClient();
     registerStoryboards();
 
     m_window = std::make_unique<ui::Window>();
@@ -71,7 +72,7 @@ AccountsFixture::~AccountsFixture()
 {
     ui::AlertController *alert = ui::AlertController::alertOnScreen();
     if (alert && !alert->actions().isEmpty())
-        alert->choose(alert->actions().constFirst());
+        alert->choose(alert->actions().constLast());
     m_window.reset();
     ClientFixture::stop();
     for (const QString &account : std::as_const(m_accounts))
@@ -83,31 +84,47 @@ AccountsFixture::~AccountsFixture()
     m_bus.reset();
 }
 
-AccountsFixture::Account AccountsFixture::makeUser(bool authorised, bool mustChangePassword, bool newsDesk,
-                                                   bool withWorkEmail)
+AccountsFixture::Account AccountsFixture::makeUser(bool authorised, bool mustChangePassword, bool newsDesk)
+{
+    return makeUser({{QStringLiteral("isAuthorised"), authorised},
+                     {QStringLiteral("doesPasswordRequireToBeChanged"), mustChangePassword},
+                     {QStringLiteral("isNewsDeskUser"), newsDesk}});
+}
+
+AccountsFixture::Account AccountsFixture::makeUser(const QJsonObject &keys)
 {
     const TestBackend &backend = TestBackend::instance();
     TestBackend::User user = backend.signUpUser({{QStringLiteral("firstName"), QStringLiteral("Amara")}});
-    QJsonObject flags{{QStringLiteral("isAuthorised"), authorised},
-                      {QStringLiteral("doesPasswordRequireToBeChanged"), mustChangePassword},
-                      {QStringLiteral("isNewsDeskUser"), newsDesk}};
-    if (withWorkEmail)
-        flags.insert(QStringLiteral("workEmail"), user.username);
+    QJsonObject all{{QStringLiteral("workEmail"), user.username}};
+    for (auto it = keys.begin(); it != keys.end(); ++it)
+        all.insert(it.key(), it.value());
     const TestBackend::Reply reply =
-        backend.request("PUT", QStringLiteral("/users/") + user.objectId, flags, /*useMasterKey=*/true);
+        backend.request("PUT", QStringLiteral("/users/") + user.objectId, all, /*useMasterKey=*/true);
     if (reply.status != 200)
-        qWarning() << "setting the account's flags failed:" << reply.raw;
+        qWarning() << "setting the account's keys failed:" << reply.raw;
     m_accounts << user.username;
     return {user.objectId, user.username, user.password};
 }
 
+QJsonObject AccountsFixture::serverUser(const QString &objectId)
+{
+    return TestBackend::instance().request("GET", QStringLiteral("/users/") + objectId, {}, true).body.object();
+}
+
+void AccountsFixture::restartClient(const QString &server)
+{
+    ClientFixture::start(ClientFixture::configuration(m_dir.path(), &m_sessionStorage, server));
+}
+
 LoginPageTableViewController *AccountsFixture::showLogin()
 {
-    ui::ViewController *first = ui::Storyboard::storyboardWithName(QStringLiteral("Main"))->instantiateInitialViewController();
+    ui::ViewController *first =
+        ui::Storyboard::storyboardWithName(QStringLiteral("Main"))->instantiateInitialViewController();
     m_window->setRootViewController(first);
     m_window->makeKeyAndVisible();
     auto *login = qobject_cast<LoginPageTableViewController *>(navigation()->topViewController());
-    if (login && !QTest::qWaitFor([&] { return login->appearanceState() == ui::ViewController::AppearanceState::Appeared; }, 5000))
+    if (login && !QTest::qWaitFor(
+                     [&] { return login->appearanceState() == ui::ViewController::AppearanceState::Appeared; }, 5000))
         return nullptr;
     return login;
 }
@@ -134,6 +151,28 @@ QStringList AccountsFixture::buttonTitles(ui::AlertController *alert)
     return titles;
 }
 
+ui::AlertController *AccountsFixture::expectAlert(const QString &title, const QString &message,
+                                                  const QStringList &buttons)
+{
+    ui::AlertController *alert = waitForAlert(20000);
+    if (!alert) {
+        qWarning() << "no alert; expected:" << title << message;
+        return nullptr;
+    }
+    if (alert->title() != title || alert->message() != message || buttonTitles(alert) != buttons) {
+        qWarning() << "unexpected alert:" << alert->title() << alert->message() << buttonTitles(alert);
+        return nullptr;
+    }
+    return alert;
+}
+
+bool AccountsFixture::answer(const QString &title, const QString &message, const QString &button)
+{
+    ui::AlertController *alert = expectAlert(title, message, {button});
+    choose(alert, button);
+    return alert != nullptr;
+}
+
 void AccountsFixture::choose(ui::AlertController *alert, const QString &button)
 {
     if (!alert)
@@ -156,9 +195,9 @@ QString AccountsFixture::presentedIdentifier() const
 
 bool AccountsFixture::reader(const QString &method, const QVariantList &args)
 {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(QStringLiteral("net.reactivated.Fprint"), QStringLiteral("/net/reactivated/Fprint/Manager"),
-                                       QStringLiteral("org.freedesktop.DBus.Mock"), method);
+    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("net.reactivated.Fprint"),
+                                                       QStringLiteral("/net/reactivated/Fprint/Manager"),
+                                                       QStringLiteral("org.freedesktop.DBus.Mock"), method);
     call.setArguments(args);
     return m_bus->connection().call(call).type() == QDBusMessage::ReplyMessage;
 }

@@ -22,12 +22,15 @@ class ViewController;
 } // namespace ui
 
 // Everything one sign-in test needs, fresh: user defaults in a temporary folder, the session's
-// real Secret Service, a fake fingerprint reader on a private bus, the backend client against
-// the local backend, the app's sign-in storyboards and a window (drawn only when asked).
+// real Secret Service, a fake fingerprint reader on a private bus (unless told not to), the
+// backend client against the local backend, the app's sign-in storyboards and a window (drawn
+// only when asked).
 class AccountsFixture {
 public:
-    explicit AccountsFixture(bool drawsInterface = false);
-    ~AccountsFixture();
+    static inline const QString kAdministrator = QStringLiteral("admin@vantrel.test");
+
+    explicit AccountsFixture(bool drawsInterface = false, bool withReader = true);
+    virtual ~AccountsFixture();
     AccountsFixture(const AccountsFixture &) = delete;
     AccountsFixture &operator=(const AccountsFixture &) = delete;
 
@@ -39,8 +42,14 @@ public:
         QString username;
         QString password;
     };
-    Account makeUser(bool authorised, bool mustChangePassword = false, bool newsDesk = false,
-                     bool withWorkEmail = true);
+    Account makeUser(bool authorised, bool mustChangePassword = false, bool newsDesk = false);
+    // A user named Amara with these keys set.
+    Account makeUser(const QJsonObject &keys);
+    [[nodiscard]] static QJsonObject serverUser(const QString &objectId);
+
+    // Restarts the client against another server (a closed port stands for a lost connection);
+    // the signed-in user is kept.
+    void restartClient(const QString &server = {});
 
     // Shows the main storyboard and returns its sign-in page once it has appeared.
     LoginPageTableViewController *showLogin();
@@ -50,6 +59,11 @@ public:
     // The alert on screen once one comes (nullptr after the timeout), and its button captions.
     static ui::AlertController *waitForAlert(int timeoutMs = 15000);
     static QStringList buttonTitles(ui::AlertController *alert);
+    // The alert once one comes, checked against what is expected (nullptr, with a warning, when
+    // no alert or another one came).
+    static ui::AlertController *expectAlert(const QString &title, const QString &message, const QStringList &buttons);
+    // Expects an alert with one button and chooses it; false when another one or none came.
+    static bool answer(const QString &title, const QString &message, const QString &button = QStringLiteral("Ok"));
     // Chooses the button with this caption and lets the dismissal finish.
     static void choose(ui::AlertController *alert, const QString &button);
     // What the login presented over itself ("menu" when the sign-in was accepted).

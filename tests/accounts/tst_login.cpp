@@ -16,12 +16,13 @@
 
 namespace {
 const auto kWelcome = QStringLiteral("Please login using username and password on your first attempt");
-const auto kSavedPasswordFailure = QStringLiteral(
-    "Something has gone wrong, please try to login manually, it maybe you have never logged into the app on this device before.  If this fails, please contact Vantrel Admin.");
-const auto kNotAuthorised = QStringLiteral(
-    "Sorry it appears your account has not yet been authorised.  Please contact Vantrel Admin if you are not authorised within 7 days.");
-const auto kNewsDesk = QStringLiteral(
-    "Sorry there seems to be a problem.  Please try again later or contact our admin team.  You may not be an authorised Vantrel Pro user.");
+const auto kSavedPasswordFailure =
+    QStringLiteral("Something has gone wrong, please try to login manually, it maybe you have never logged into the "
+                   "app on this device before.  If this fails, please contact Vantrel Admin.");
+const auto kNotAuthorised = QStringLiteral("Sorry it appears your account has not yet been authorised.  Please contact "
+                                           "Vantrel Admin if you are not authorised within 7 days.");
+const auto kNewsDesk = QStringLiteral("Sorry there seems to be a problem.  Please try again later or contact our admin "
+                                      "team.  You may not be an authorised Vantrel Pro user.");
 } // namespace
 
 class TestLogin : public QObject {
@@ -49,16 +50,6 @@ private:
         QTRY_VERIFY(qobject_cast<InformationViewController *>(f().navigation()->topViewController()));
         f().navigation()->popViewControllerAnimated(false);
         QTRY_COMPARE(login->appearanceState(), ui::ViewController::AppearanceState::Appeared);
-    }
-
-    static void expectAlert(const QString &title, const QString &message, const QString &button)
-    {
-        ui::AlertController *alert = AccountsFixture::waitForAlert();
-        QVERIFY2(alert, qPrintable(QStringLiteral("no alert; expected: ") + message));
-        QCOMPARE(alert->title(), title);
-        QCOMPARE(alert->message(), message);
-        QCOMPARE(AccountsFixture::buttonTitles(alert), QStringList{button});
-        AccountsFixture::choose(alert, button);
     }
 
 private Q_SLOTS:
@@ -158,7 +149,7 @@ private Q_SLOTS:
             QVERIFY(qobject_cast<DefaultPasswordViewController *>(f().navigation()->topViewController()));
             QVERIFY(!ui::AlertController::alertOnScreen());
         } else {
-            expectAlert(QStringLiteral("Error"), outcome, QStringLiteral("Ok"));
+            QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), outcome, QStringLiteral("Ok")));
             QVERIFY(!login->loadingSpinner()->actInd()->isAnimating());
             // Only the not-authorised refusal clears the fields.
             QCOMPARE(login->userNameTextField()->text().isEmpty(), outcome == kNotAuthorised);
@@ -183,7 +174,8 @@ private Q_SLOTS:
         login->userNameTextField()->setText(username);
         login->passwordTextField()->setText(password);
         login->loginButton()->click();
-        expectAlert(QStringLiteral("Error"), QStringLiteral("Please enter some log in details."), QStringLiteral("Ok"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), QStringLiteral("Please enter some log in details."),
+                                        QStringLiteral("Ok")));
         QVERIFY(!login->loadingSpinner()->actInd()->isAnimating());
     }
 
@@ -212,12 +204,14 @@ private Q_SLOTS:
         QVERIFY(login);
 
         login->forgotPasswordButton()->click();
-        expectAlert(QStringLiteral("Error"), QStringLiteral("Please populate the email address field. field."),
-                    QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"),
+                                        QStringLiteral("Please populate the email address field. field."),
+                                        QStringLiteral("OK")));
 
         // A request that fails (here: no backend to be reached) shows nothing.
         QTemporaryDir offline;
-        ClientFixture::start(ClientFixture::configuration(offline.path(), nullptr, QStringLiteral("http://127.0.0.1:9")));
+        ClientFixture::start(
+            ClientFixture::configuration(offline.path(), nullptr, QStringLiteral("http://127.0.0.1:9")));
         login->userNameTextField()->setText(account.username);
         login->forgotPasswordButton()->click();
         QTest::qWait(2500);
@@ -229,17 +223,20 @@ private Q_SLOTS:
         const QString unknown = QUuid::createUuid().toString(QUuid::Id128).left(10) + QStringLiteral("@nowhere.test");
         login->userNameTextField()->setText(unknown);
         login->forgotPasswordButton()->click();
-        expectAlert(QStringLiteral("Success"),
-                    QStringLiteral("Please check your registered email address for password reset instructions."),
-                    QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(
+            QStringLiteral("Success"),
+            QStringLiteral("Please check your registered email address for password reset instructions."),
+            QStringLiteral("OK")));
 
         login->userNameTextField()->setText(account.username);
         login->forgotPasswordButton()->click();
-        expectAlert(QStringLiteral("Success"),
-                    QStringLiteral("Please check your registered email address for password reset instructions."),
-                    QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(
+            QStringLiteral("Success"),
+            QStringLiteral("Please check your registered email address for password reset instructions."),
+            QStringLiteral("OK")));
         const QStringList mails = TestBackend::readLines(TestBackend::instance().mailOutbox());
-        QVERIFY(std::any_of(mails.cbegin(), mails.cend(), [&](const QString &l) { return l.contains(account.username); }));
+        QVERIFY(
+            std::any_of(mails.cbegin(), mails.cend(), [&](const QString &l) { return l.contains(account.username); }));
         QVERIFY(std::none_of(mails.cbegin(), mails.cend(), [&](const QString &l) { return l.contains(unknown); }));
     }
 
@@ -251,12 +248,12 @@ private Q_SLOTS:
         QVERIFY(login);
         // Remembered, but never signed in here: the first-attempt hint.
         QVERIFY(login->rememberMeSwitch()->isOn());
-        expectAlert(QStringLiteral("Info"), kWelcome, QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Info"), kWelcome, QStringLiteral("OK")));
 
         // A user name without a saved password: the user name stays, the password read fails.
         f().defaults().setObject(account.username, QStringLiteral("username"));
         reappear(login);
-        expectAlert(QStringLiteral("Error"), kSavedPasswordFailure, QStringLiteral("Ok"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kSavedPasswordFailure, QStringLiteral("Ok")));
         QCOMPARE(login->userNameTextField()->text(), account.username);
         QVERIFY(login->passwordTextField()->text().isEmpty());
 
@@ -337,7 +334,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("message");
         QTest::newRow("no match") << QStringList{QStringLiteral("verify-no-match")} << QString()
                                   << QStringLiteral("There was a problem verifying your identity.");
-        QTest::newRow("cancelled") << QStringList{QStringLiteral("verify-retry-scan"), QStringLiteral("verify-retry-scan"),
+        QTest::newRow("cancelled") << QStringList{QStringLiteral("verify-retry-scan"),
+                                                  QStringLiteral("verify-retry-scan"),
                                                   QStringLiteral("verify-retry-scan"), QStringLiteral("verify-match")}
                                    << QStringLiteral("cancel") << QStringLiteral("You pressed cancel.");
         QTest::newRow("no reader at all") << QStringList{QStringLiteral("verify-match")}
@@ -364,7 +362,7 @@ private Q_SLOTS:
             QTRY_VERIFY(f().biometrics().isEvaluating());
             f().biometrics().cancel();
         }
-        expectAlert(QStringLiteral("Error"), message, QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), message, QStringLiteral("OK")));
         QVERIFY(f().presentedIdentifier().isEmpty());
         QVERIFY(!PFUser::currentUser());
     }
@@ -374,7 +372,7 @@ private Q_SLOTS:
         LoginPageTableViewController *login = f().showLogin();
         QVERIFY(login);
         login->loginWithBiometricsButton_Click();
-        expectAlert(QStringLiteral("Info"), kWelcome, QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Info"), kWelcome, QStringLiteral("OK")));
     }
 
     void biometricLoginWithAnEmptyUserNameField()
@@ -398,7 +396,7 @@ private Q_SLOTS:
         f().navigation()->dismissViewControllerAnimated(false);
         QTRY_COMPARE(login->appearanceState(), ui::ViewController::AppearanceState::Appeared);
         login->loginWithBiometricsButton()->click();
-        expectAlert(QStringLiteral("Error"), kSavedPasswordFailure, QStringLiteral("Ok"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kSavedPasswordFailure, QStringLiteral("Ok")));
     }
 };
 

@@ -16,8 +16,8 @@
 #include <QTest>
 
 namespace {
-const auto kForcedSuccess = QStringLiteral(
-    "You have succesfully changed your password.  You will now be allowed to login using Face ID / Touch ID.  Thank you.");
+const auto kForcedSuccess = QStringLiteral("You have succesfully changed your password.  You will now be allowed to "
+                                           "login using Face ID / Touch ID.  Thank you.");
 } // namespace
 
 class TestPassword : public QObject {
@@ -42,7 +42,8 @@ private:
             return nullptr;
         auto *screen = qobject_cast<DefaultPasswordViewController *>(f().navigation()->topViewController());
         if (screen)
-            (void)QTest::qWaitFor([&] { return screen->appearanceState() == ui::ViewController::AppearanceState::Appeared; }, 5000);
+            (void)QTest::qWaitFor(
+                [&] { return screen->appearanceState() == ui::ViewController::AppearanceState::Appeared; }, 5000);
         return screen;
     }
 
@@ -57,29 +58,18 @@ private:
         const QJsonArray results = sessions.body.object().value(QStringLiteral("results")).toArray();
         QVERIFY(!results.isEmpty());
         for (const QJsonValue session : results)
-            backend.request("DELETE", QStringLiteral("/sessions/") + session.toObject().value(QStringLiteral("objectId")).toString(),
+            backend.request("DELETE",
+                            QStringLiteral("/sessions/") +
+                                session.toObject().value(QStringLiteral("objectId")).toString(),
                             {}, true);
     }
 
     static bool canSignIn(const QString &username, const QString &password)
     {
         const TestBackend::Reply reply = TestBackend::instance().request(
-            "POST", QStringLiteral("/login"), {{QStringLiteral("username"), username}, {QStringLiteral("password"), password}});
+            "POST", QStringLiteral("/login"),
+            {{QStringLiteral("username"), username}, {QStringLiteral("password"), password}});
         return reply.status == 200;
-    }
-
-    static ui::AlertController *expectAlert(const QString &title, const QString &message, const QStringList &buttons)
-    {
-        ui::AlertController *alert = AccountsFixture::waitForAlert();
-        if (!alert) {
-            qWarning() << "no alert; expected:" << message;
-            return nullptr;
-        }
-        if (alert->title() != title || alert->message() != message || AccountsFixture::buttonTitles(alert) != buttons) {
-            qWarning() << "unexpected alert:" << alert->title() << alert->message() << AccountsFixture::buttonTitles(alert);
-            return nullptr;
-        }
-        return alert;
     }
 
 private Q_SLOTS:
@@ -101,10 +91,13 @@ private Q_SLOTS:
         const QString weak = DefaultPasswordTableViewController::errorString;
         const QString differ = DefaultPasswordTableViewController::doNotMatchString;
         QTest::newRow("strong, confirmation empty") << QStringLiteral("Abcdefg1") << QString() << false << QString();
-        QTest::newRow("strong and equal") << QStringLiteral("Abcdefg1") << QStringLiteral("Abcdefg1") << true << QString();
-        QTest::newRow("strong but different") << QStringLiteral("Abcdefg1") << QStringLiteral("Abcdefg2") << true << differ;
+        QTest::newRow("strong and equal")
+            << QStringLiteral("Abcdefg1") << QStringLiteral("Abcdefg1") << true << QString();
+        QTest::newRow("strong but different")
+            << QStringLiteral("Abcdefg1") << QStringLiteral("Abcdefg2") << true << differ;
         QTest::newRow("weak password") << QStringLiteral("abcdefg1") << QString() << false << weak;
-        QTest::newRow("weak confirmation ending") << QStringLiteral("Abcdefg1") << QStringLiteral("abc") << true << weak;
+        QTest::newRow("weak confirmation ending")
+            << QStringLiteral("Abcdefg1") << QStringLiteral("abc") << true << weak;
         // Only the field that ended editing is checked for strength.
         QTest::newRow("weak password, strong confirmation ending")
             << QStringLiteral("abc") << QStringLiteral("Abcdefg1") << true << differ;
@@ -145,25 +138,28 @@ private Q_SLOTS:
         QVERIFY(screen->passwordTable());
 
         screen->passwordTable()->passwordInfoButton()->click();
-        ui::AlertController *help = expectAlert(
-            QStringLiteral("Help"),
-            QStringLiteral("The password should contain 1 Uppercase letter, 1 lowercase letters, 1 digits and be at least 8 characters long"),
-            {QStringLiteral("Ok")});
+        ui::AlertController *help =
+            AccountsFixture::expectAlert(QStringLiteral("Help"),
+                                         QStringLiteral("The password should contain 1 Uppercase letter, 1 lowercase "
+                                                        "letters, 1 digits and be at least 8 characters long"),
+                                         {QStringLiteral("Ok")});
         QVERIFY(help);
         AccountsFixture::choose(help, QStringLiteral("Ok"));
 
         screen->passwordTable()->passwordTextField()->setText(QStringLiteral("Fresh Start 7"));
         screen->passwordTable()->confirmPasswordTextField()->setText(QStringLiteral("Something else 8"));
         screen->confirmButton()->click();
-        ui::AlertController *done = expectAlert(QStringLiteral("Success"), kForcedSuccess, {QStringLiteral("OK")});
+        ui::AlertController *done =
+            AccountsFixture::expectAlert(QStringLiteral("Success"), kForcedSuccess, {QStringLiteral("OK")});
         QVERIFY(done);
 
         QCOMPARE(f().savedPassword(account.username).value_or(QString()), QStringLiteral("Fresh Start 7"));
         QVERIFY(f().defaults().boolForKey(QStringLiteral("hasLoginKey")));
         QVERIFY(canSignIn(account.username, QStringLiteral("Fresh Start 7")));
         QVERIFY(!canSignIn(account.username, account.password));
-        const QJsonObject stored =
-            TestBackend::instance().request("GET", QStringLiteral("/users/") + account.objectId, {}, true).body.object();
+        const QJsonObject stored = TestBackend::instance()
+                                       .request("GET", QStringLiteral("/users/") + account.objectId, {}, true)
+                                       .body.object();
         QCOMPARE(stored.value(QStringLiteral("doesPasswordRequireToBeChanged")).toBool(true), false);
 
         AccountsFixture::choose(done, QStringLiteral("OK"));
@@ -177,7 +173,7 @@ private Q_SLOTS:
         QVERIFY(screen);
         screen->passwordTable()->passwordTextField()->setText(QStringLiteral("abcdefg1"));
         screen->confirmButton()->click();
-        ui::AlertController *alert = expectAlert(
+        ui::AlertController *alert = AccountsFixture::expectAlert(
             QStringLiteral("Admin"),
             QStringLiteral("Sorry something appears to have gone wrong.  Please re-enter your new password."),
             {QStringLiteral("Ok")});
@@ -198,7 +194,7 @@ private Q_SLOTS:
         endSessionsOf(account.objectId);
         screen->passwordTable()->passwordTextField()->setText(QStringLiteral("Another Go 9"));
         screen->confirmButton()->click();
-        ui::AlertController *alert = expectAlert(
+        ui::AlertController *alert = AccountsFixture::expectAlert(
             QStringLiteral("Admin"), QStringLiteral("Sorry something appears to have gone wrong.  Please try again."),
             {QStringLiteral("Ok")});
         QVERIFY(alert);
@@ -212,11 +208,11 @@ private Q_SLOTS:
         AccountsFixture::Account account;
         DefaultPasswordViewController *screen = forcedChange(account);
         QVERIFY(screen);
-        const QString warning = QStringLiteral(
-            "Please confirm that you wish to exit this page.  Your passwords will not be saved and you will have to go through this process again.");
+        const QString warning = QStringLiteral("Please confirm that you wish to exit this page.  Your passwords will "
+                                               "not be saved and you will have to go through this process again.");
         screen->exitButton()->click();
-        ui::AlertController *alert =
-            expectAlert(QStringLiteral("Warning"), warning, {QStringLiteral("Stay On Page"), QStringLiteral("EXIT")});
+        ui::AlertController *alert = AccountsFixture::expectAlert(
+            QStringLiteral("Warning"), warning, {QStringLiteral("Stay On Page"), QStringLiteral("EXIT")});
         QVERIFY(alert);
         QCOMPARE(alert->actions().at(0)->style(), ui::AlertAction::Style::Default);
         QCOMPARE(alert->actions().at(1)->style(), ui::AlertAction::Style::Destructive);
@@ -224,7 +220,8 @@ private Q_SLOTS:
         QCOMPARE(f().navigation()->topViewController(), screen);
 
         screen->exitButton()->click();
-        alert = expectAlert(QStringLiteral("Warning"), warning, {QStringLiteral("Stay On Page"), QStringLiteral("EXIT")});
+        alert = AccountsFixture::expectAlert(QStringLiteral("Warning"), warning,
+                                             {QStringLiteral("Stay On Page"), QStringLiteral("EXIT")});
         QVERIFY(alert);
         AccountsFixture::choose(alert, QStringLiteral("EXIT"));
         QTRY_VERIFY(qobject_cast<LoginPageTableViewController *>(f().navigation()->topViewController()));
@@ -265,9 +262,10 @@ private Q_SLOTS:
         screen->confirmPasswordTextField()->setText(confirmation);
         screen->saveButton()->click();
         if (!accepted) {
-            ui::AlertController *alert = expectAlert(
+            ui::AlertController *alert = AccountsFixture::expectAlert(
                 QStringLiteral("Error"),
-                QStringLiteral("Please ensure that you have entered a new password and that they match. Please try again"),
+                QStringLiteral(
+                    "Please ensure that you have entered a new password and that they match. Please try again"),
                 {QStringLiteral("Ok")});
             QVERIFY(alert);
             QCOMPARE(alert->actions().at(0)->style(), ui::AlertAction::Style::Destructive);
@@ -276,8 +274,8 @@ private Q_SLOTS:
             QVERIFY(canSignIn(account.username, account.password));
             return;
         }
-        ui::AlertController *alert =
-            expectAlert(QStringLiteral("Success"), QStringLiteral("Your Password has been changed"), {QStringLiteral("Ok")});
+        ui::AlertController *alert = AccountsFixture::expectAlert(
+            QStringLiteral("Success"), QStringLiteral("Your Password has been changed"), {QStringLiteral("Ok")});
         QVERIFY(alert);
         QVERIFY(canSignIn(account.username, newPassword));
         QVERIFY(!f().savedPassword(account.username)); // this screen leaves the saved password alone
@@ -300,8 +298,9 @@ private Q_SLOTS:
         screen->newPasswordTextField()->setText(QStringLiteral("Newer1"));
         screen->confirmPasswordTextField()->setText(QStringLiteral("Newer1"));
         screen->saveButton()->click();
-        ui::AlertController *alert = expectAlert(
-            QStringLiteral("Error"), QStringLiteral("Sorry something has gone wrong.  Check your data signal and try again"),
+        ui::AlertController *alert = AccountsFixture::expectAlert(
+            QStringLiteral("Error"),
+            QStringLiteral("Sorry something has gone wrong.  Check your data signal and try again"),
             {QStringLiteral("Ok")});
         QVERIFY(alert);
         AccountsFixture::choose(alert, QStringLiteral("Ok"));

@@ -113,16 +113,6 @@ private:
         return screen;
     }
 
-    static void expectAlert(const QString &title, const QString &message, const QString &button = "Ok")
-    {
-        ui::AlertController *alert = AccountsFixture::waitForAlert(20000);
-        QVERIFY2(alert, qPrintable("no alert; expected: " + message));
-        QCOMPARE(alert->title(), title);
-        QCOMPARE(alert->message(), message);
-        QCOMPARE(AccountsFixture::buttonTitles(alert), QStringList{button});
-        AccountsFixture::choose(alert, button);
-    }
-
     bool waitForMenu()
     {
         return QTest::qWaitFor([&] { return f().presentedIdentifier() == "menu"; }, 20000);
@@ -161,7 +151,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("The roles could not be loaded"));
         Controller *screen = open(false);
         QVERIFY(screen);
-        expectAlert(QStringLiteral("Sorry"), kNoConnection, QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Sorry"), kNoConnection, QStringLiteral("OK")));
         QVERIFY(!screen->submitButton()->isEnabled());
         QVERIFY(!screen->loadingSpinner()->actInd()->isAnimating());
     }
@@ -260,7 +250,7 @@ private Q_SLOTS:
         else
             screen->confirmSwitch()->setOn(false);
         screen->submitButton()->click();
-        expectAlert(QStringLiteral("Sorry"), kSorryForm);
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Sorry"), kSorryForm));
         QVERIFY(!screen->loadingSpinner()->actInd()->isAnimating());
         QVERIFY(users(m_email).isEmpty());
     }
@@ -290,7 +280,7 @@ private Q_SLOTS:
         input->userEditedText(text);
         input->resignFirstResponder();
         if (alert)
-            expectAlert(QStringLiteral("Error"), kInvalidEmail);
+            QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kInvalidEmail));
         QVERIFY(!ui::AlertController::alertOnScreen());
         QCOMPARE(input->text(), text); // kept as typed
     }
@@ -387,7 +377,7 @@ private Q_SLOTS:
         QVERIFY(screen);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No role matches Astronaut"));
         screen->submitButton()->click();
-        expectAlert(QStringLiteral("Error"), kAdmin);
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kAdmin));
         QCOMPARE(users(m_email).size(), 1);
         QCOMPARE(freelancers(users(m_email).first().toObject()).size(), 0);
 
@@ -404,7 +394,7 @@ private Q_SLOTS:
         QVERIFY(screen);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No role matches"));
         screen->submitButton()->click();
-        expectAlert(QStringLiteral("Error"), kAdmin);
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kAdmin));
         // The session ends on the server (an administrator's sign-out): the record's save is refused.
         const QJsonObject user = users(m_email).first().toObject();
         const TestBackend &backend = TestBackend::instance();
@@ -417,7 +407,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("The new profile was not saved"));
         screen->roleTextField()->setText(QStringLiteral("Print"));
         screen->submitButton()->click();
-        expectAlert(QStringLiteral("Error"), kAdmin);
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kAdmin));
         QVERIFY(!screen->loadingSpinner()->actInd()->isAnimating());
         QCOMPARE(freelancers(user).size(), 0);
         QVERIFY(ClientFixture::logIn(m_email, QStringLiteral("secret pass"))); // not locked out
@@ -447,7 +437,7 @@ private Q_SLOTS:
         screen->termsButton()->click();
         QCOMPARE(m_opener.opened, QList<QUrl>{kTerms});
         screen->roleInfoButton()->click();
-        expectAlert(QStringLiteral("Info"), kRoleHint, QStringLiteral("OK"));
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Info"), kRoleHint, QStringLiteral("OK")));
     }
 };
 

@@ -4,14 +4,13 @@
 #include "AlertController.h"
 #include "LoginPageTableViewController.h"
 #include "NavigationController.h"
+#include "ViewTestHelpers.h"
 
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
-
-#include "ViewTestHelpers.h"
 
 using ViewTest::centreOf;
 using ViewTest::typeText;
@@ -23,7 +22,6 @@ QQuickItem *findVisibleItem(QQuickItem *root, const QString &name)
 }
 } // namespace
 
-
 class TestAccountViews : public QObject {
     Q_OBJECT
 
@@ -31,15 +29,16 @@ private Q_SLOTS:
     void everyViewCompiles_data()
     {
         QTest::addColumn<QString>("file");
-        for (const char *file : {"LoginPage", "InformationPage", "DefaultPasswordPage", "DefaultPasswordForm",
-                                 "PasswordChangePage"})
+        for (const char *file :
+             {"LoginPage", "InformationPage", "DefaultPasswordPage", "DefaultPasswordForm", "PasswordChangePage"})
             QTest::newRow(file) << QString::fromLatin1(file);
     }
 
     void everyViewCompiles()
     {
         QFETCH(QString, file);
-        const QString errors = ViewTest::compileErrors(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Accounts/%1.qml").arg(file)));
+        const QString errors =
+            ViewTest::compileErrors(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Accounts/%1.qml").arg(file)));
         QVERIFY2(errors.isEmpty(), qPrintable(errors));
     }
 
@@ -87,8 +86,8 @@ private Q_SLOTS:
         fixture.defaults().setBool(true, QStringLiteral("hasLoginKey"));
         QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
         // The reader keeps asking for the finger again for a while.
-        QVERIFY(fixture.reader(QStringLiteral("SetVerifyResults"),
-                               {QStringList(60, QStringLiteral("verify-retry-scan")) << QStringLiteral("verify-match")}));
+        QVERIFY(fixture.reader(QStringLiteral("SetVerifyResults"), {QStringList(60, QStringLiteral("verify-retry-scan"))
+                                                                    << QStringLiteral("verify-match")}));
         LoginPageTableViewController *login = fixture.showLogin();
         QVERIFY(login);
         QQuickWindow *quick = fixture.window().quickWindow();
