@@ -27,7 +27,7 @@ class TestRegistrationView : public QObject {
 private:
     QQuickWindow *m_quick = nullptr;
 
-    QQuickItem *item(const QString &name) { return ViewTest::findItem(m_quick->contentItem(), name, true); }
+    QQuickItem *item(const QString &name) { return ViewTest::visibleItem(m_quick, name); }
 
     // Scrolls the form so that the item is in view, then taps it.
     void tap(const QString &name)
@@ -41,7 +41,7 @@ private:
         const qreal most = std::max(0.0, form->property("contentHeight").toReal() - form->height());
         form->setProperty("contentY", std::clamp(y - form->height() / 3, 0.0, most));
         QTest::qWait(20);
-        QTest::mouseClick(m_quick, Qt::LeftButton, {}, centreOf(target));
+        ViewTest::tap(m_quick, target);
     }
 
     void tapAndType(const QString &name, ui::TextField *outlet, const QString &text)
@@ -61,13 +61,6 @@ private:
     }
 
 private Q_SLOTS:
-    void viewCompiles()
-    {
-        const QString errors =
-            ViewTest::compileErrors(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Accounts/RegistrationPage.qml")));
-        QVERIFY2(errors.isEmpty(), qPrintable(errors));
-    }
-
     void fillingTheFormByTouchRegisters()
     {
         REQUIRE_BACKEND();
@@ -81,7 +74,7 @@ private Q_SLOTS:
 
         QQuickItem *registerButton = nullptr;
         QTRY_VERIFY((registerButton = item(QStringLiteral("registerButton"))));
-        QTest::mouseClick(m_quick, Qt::LeftButton, {}, centreOf(registerButton));
+        ViewTest::tap(m_quick, registerButton);
         RegistrationTableViewController *screen = nullptr;
         QTRY_VERIFY(
             (screen = qobject_cast<RegistrationTableViewController *>(fixture.navigation()->topViewController())));
@@ -97,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(screen->roleTextField()->text(), QStringLiteral("Broadcast"));
         wheel(wheelItem, 1);
         QTRY_COMPARE(wheelItem->property("currentIndex").toInt(), 1);
-        QTest::mouseClick(m_quick, Qt::LeftButton, {}, centreOf(item(QStringLiteral("pickerDone"))));
+        ViewTest::tap(m_quick, item(QStringLiteral("pickerDone")));
         QTRY_COMPARE(screen->roleTextField()->text(), QStringLiteral("Print"));
         QTRY_VERIFY(!item(QStringLiteral("pickerSheet")));
 
@@ -125,7 +118,7 @@ private Q_SLOTS:
         tapAndType(QStringLiteral("homeTownTextField"), screen->homeTownTextField(), QStringLiteral("Lagos"));
         tap(QStringLiteral("homeCountryTextField"));
         QTRY_VERIFY(item(QStringLiteral("pickerDone")));
-        QTest::mouseClick(m_quick, Qt::LeftButton, {}, centreOf(item(QStringLiteral("pickerDone"))));
+        ViewTest::tap(m_quick, item(QStringLiteral("pickerDone")));
         QTRY_COMPARE(screen->homeCountryTextField()->text(), screen->countries().first());
         QTRY_VERIFY(!item(QStringLiteral("pickerSheet")));
 
@@ -137,7 +130,7 @@ private Q_SLOTS:
 
         QQuickItem *submit = item(QStringLiteral("submitButton"));
         QVERIFY(submit);
-        QTest::mouseClick(m_quick, Qt::LeftButton, {}, centreOf(submit));
+        ViewTest::tap(m_quick, submit);
         QTRY_COMPARE_WITH_TIMEOUT(fixture.presentedIdentifier(), QStringLiteral("menu"), 20000);
 
         QUrlQuery query;

@@ -1,36 +1,53 @@
-// The sign-in drawn offscreen: every view of the module loads, and a person types into the
-// two fields and presses the login button.
+// The sign-in drawn offscreen: every view of the module loads, a person types into the two
+// fields and presses the login button, and the fingerprint prompt's cancel button works.
 #include "AccountsFixture.h"
 #include "AlertController.h"
 #include "LoginPageTableViewController.h"
 #include "NavigationController.h"
 #include "ViewTestHelpers.h"
 
-#include <QQmlApplicationEngine>
-#include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
 
-using ViewTest::centreOf;
+using ViewTest::tap;
 using ViewTest::typeText;
-
-namespace {
-QQuickItem *findVisibleItem(QQuickItem *root, const QString &name)
-{
-    return ViewTest::findItem(root, name, true);
-}
-} // namespace
+using ViewTest::visibleItem;
 
 class TestAccountViews : public QObject {
     Q_OBJECT
 
+private:
+    std::unique_ptr<AccountsFixture> m_fixture;
+    QQuickWindow *m_quick = nullptr;
+
+    // A drawn fixture with a signed-up user, and the login on screen; with a saved password the
+    // fingerprint sign-in is offered.
+    LoginPageTableViewController *showLogin(AccountsFixture::Account &account, bool savedPassword)
+    {
+        m_fixture = std::make_unique<AccountsFixture>(/*drawsInterface=*/true);
+        if (!m_fixture->isReady())
+            return nullptr;
+        account = m_fixture->makeUser(true);
+        if (savedPassword) {
+            m_fixture->defaults().setObject(account.username, QStringLiteral("username"));
+            m_fixture->defaults().setBool(true, QStringLiteral("hasLoginKey"));
+            if (!AccountServices::current().passwordItem(account.username).savePassword(account.password))
+                return nullptr;
+        }
+        LoginPageTableViewController *login = m_fixture->showLogin();
+        m_quick = m_fixture->window().quickWindow();
+        return login && m_quick && QTest::qWaitForWindowExposed(m_quick) ? login : nullptr;
+    }
+
 private Q_SLOTS:
+    void cleanup() { m_fixture.reset(); }
+
     void everyViewCompiles_data()
     {
         QTest::addColumn<QString>("file");
-        for (const char *file :
-             {"LoginPage", "InformationPage", "DefaultPasswordPage", "DefaultPasswordForm", "PasswordChangePage"})
+        for (const char *file : {"LoginPage", "InformationPage", "DefaultPasswordPage", "DefaultPasswordForm",
+                                 "PasswordChangePage", "RegistrationPage"})
             QTest::newRow(file) << QString::fromLatin1(file);
     }
 
@@ -45,71 +62,54 @@ private Q_SLOTS:
     void typingAndPressingLoginSignsIn()
     {
         REQUIRE_BACKEND();
-        AccountsFixture fixture(/*drawsInterface=*/true);
-        QVERIFY(fixture.isReady());
-        const auto account = fixture.makeUser(true);
-        LoginPageTableViewController *login = fixture.showLogin();
+        AccountsFixture::Account account;
+        LoginPageTableViewController *login = showLogin(account, false);
         QVERIFY(login);
-        QQuickWindow *quick = fixture.window().quickWindow();
-        QVERIFY(quick);
-        QVERIFY(QTest::qWaitForWindowExposed(quick));
-
         QQuickItem *userName = nullptr;
-        QTRY_VERIFY((userName = findVisibleItem(quick->contentItem(), QStringLiteral("userNameTextField"))));
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(userName));
+        QTRY_VERIFY((userName = visibleItem(m_quick, QStringLiteral("userNameTextField"))));
+        tap(m_quick, userName);
         QTRY_VERIFY(login->userNameTextField()->isFirstResponder());
-        typeText(quick, account.username);
+        typeText(m_quick, account.username);
 
-        QQuickItem *password = findVisibleItem(quick->contentItem(), QStringLiteral("passwordTextField"));
+        QQuickItem *password = visibleItem(m_quick, QStringLiteral("passwordTextField"));
         QVERIFY(password);
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(password));
+        tap(m_quick, password);
         QTRY_VERIFY(login->passwordTextField()->isFirstResponder());
-        typeText(quick, account.password);
+        typeText(m_quick, account.password);
         QCOMPARE(login->userNameTextField()->text(), account.username);
         QCOMPARE(login->passwordTextField()->text(), account.password);
         QCOMPARE(password->property("echoMode").toInt(), 2); // TextInput.Password
 
-        QQuickItem *button = findVisibleItem(quick->contentItem(), QStringLiteral("loginButton"));
-        QVERIFY(button);
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(button));
-        QTRY_COMPARE_WITH_TIMEOUT(fixture.presentedIdentifier(), QStringLiteral("menu"), 20000);
-        QCOMPARE(fixture.savedPassword(account.username).value_or(QString()), account.password);
+        tap(m_quick, visibleItem(m_quick, QStringLiteral("loginButton")));
+        QTRY_COMPARE_WITH_TIMEOUT(m_fixture->presentedIdentifier(), QStringLiteral("menu"), 20000);
+        QCOMPARE(m_fixture->savedPassword(account.username).value_or(QString()), account.password);
     }
 
     void fingerprintPromptCanBeCancelled()
     {
         REQUIRE_BACKEND();
-        AccountsFixture fixture(/*drawsInterface=*/true);
-        QVERIFY(fixture.isReady());
-        const auto account = fixture.makeUser(true);
-        fixture.defaults().setObject(account.username, QStringLiteral("username"));
-        fixture.defaults().setBool(true, QStringLiteral("hasLoginKey"));
-        QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
-        // The reader keeps asking for the finger again for a while.
-        QVERIFY(fixture.reader(QStringLiteral("SetVerifyResults"), {QStringList(60, QStringLiteral("verify-retry-scan"))
-                                                                    << QStringLiteral("verify-match")}));
-        LoginPageTableViewController *login = fixture.showLogin();
+        AccountsFixture::Account account;
+        LoginPageTableViewController *login = showLogin(account, true);
         QVERIFY(login);
-        QQuickWindow *quick = fixture.window().quickWindow();
-        QVERIFY(QTest::qWaitForWindowExposed(quick));
+        AccountsFixture &f = *m_fixture;
+        // The reader keeps asking for the finger again for a while.
+        QVERIFY(f.reader(QStringLiteral("SetVerifyResults"),
+                         {QStringList(60, QStringLiteral("verify-retry-scan")) << QStringLiteral("verify-match")}));
 
         QQuickItem *fingerprint = nullptr;
-        QTRY_VERIFY((fingerprint = findVisibleItem(quick->contentItem(), QStringLiteral("loginWithBiometricsButton"))));
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(fingerprint));
+        QTRY_VERIFY((fingerprint = visibleItem(m_quick, QStringLiteral("loginWithBiometricsButton"))));
+        tap(m_quick, fingerprint);
         QQuickItem *cancel = nullptr;
-        QTRY_VERIFY((cancel = findVisibleItem(quick->contentItem(), QStringLiteral("biometricCancelButton"))));
+        QTRY_VERIFY((cancel = visibleItem(m_quick, QStringLiteral("biometricCancelButton"))));
         QCOMPARE(login->biometricPromptReason(), QStringLiteral("Logging in with Touch ID"));
         QTRY_VERIFY(cancel->width() > 0 && cancel->mapToScene(QPointF(0, 0)).x() > 0);
-        QVERIFY(fixture.biometrics().isEvaluating());
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(cancel));
-        QTRY_VERIFY(!fixture.biometrics().isEvaluating());
-
-        ui::AlertController *alert = AccountsFixture::waitForAlert();
-        QVERIFY(alert);
-        QCOMPARE(alert->message(), QStringLiteral("You pressed cancel."));
+        QVERIFY(f.biometrics().isEvaluating());
+        tap(m_quick, cancel);
+        QTRY_VERIFY(!f.biometrics().isEvaluating());
+        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), QStringLiteral("You pressed cancel."),
+                                        QStringLiteral("OK")));
         QVERIFY(!login->isBiometricPromptVisible());
-        QVERIFY(fixture.presentedIdentifier().isEmpty());
-        AccountsFixture::choose(alert, QStringLiteral("OK"));
+        QVERIFY(f.presentedIdentifier().isEmpty());
     }
 };
 

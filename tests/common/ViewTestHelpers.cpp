@@ -20,9 +20,19 @@ QQuickItem *findItem(QQuickItem *root, const QString &name, bool visibleOnly)
     return nullptr;
 }
 
+QQuickItem *visibleItem(QQuickWindow *window, const QString &name)
+{
+    return findItem(window->contentItem(), name, true);
+}
+
 QPoint centreOf(QQuickItem *item)
 {
     return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void tap(QQuickWindow *window, QQuickItem *item)
+{
+    QTest::mouseClick(window, Qt::LeftButton, {}, centreOf(item));
 }
 
 void typeText(QQuickWindow *window, const QString &text)

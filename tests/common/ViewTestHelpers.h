@@ -13,7 +13,11 @@ namespace ViewTest {
 
 // The first item named `name` below `root`; with visibleOnly, hidden items are passed over.
 QQuickItem *findItem(QQuickItem *root, const QString &name, bool visibleOnly = false);
+// The first visible item named `name` in the window.
+QQuickItem *visibleItem(QQuickWindow *window, const QString &name);
 QPoint centreOf(QQuickItem *item);
+// A left click in the middle of the item.
+void tap(QQuickWindow *window, QQuickItem *item);
 // Key clicks on the window, one per character (QTest::keyClicks serves widgets only).
 void typeText(QQuickWindow *window, const QString &text);
 // Empty when the QML file at `url` compiles with the app's modules; otherwise the errors.

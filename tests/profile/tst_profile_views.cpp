@@ -11,15 +11,9 @@
 #include <QRegularExpression>
 #include <QTest>
 
-using ViewTest::centreOf;
+using ViewTest::tap;
 using ViewTest::typeText;
-
-namespace {
-QQuickItem *findVisibleItem(QQuickItem *root, const QString &name)
-{
-    return ViewTest::findItem(root, name, true);
-}
-} // namespace
+using ViewTest::visibleItem;
 
 class TestProfileViews : public QObject {
     Q_OBJECT
@@ -52,21 +46,21 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(quick));
 
         QQuickItem *position = nullptr;
-        QTRY_VERIFY((position = findVisibleItem(quick->contentItem(), QStringLiteral("positionTextField"))));
+        QTRY_VERIFY((position = visibleItem(quick, QStringLiteral("positionTextField"))));
         QTRY_COMPARE(position->property("text").toString(), QStringLiteral("Camera operator"));
         QVERIFY(!position->isEnabled());
 
-        QQuickItem *edit = findVisibleItem(quick->contentItem(), QStringLiteral("editButton"));
+        QQuickItem *edit = visibleItem(quick, QStringLiteral("editButton"));
         QVERIFY(edit);
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(edit));
+        tap(quick, edit);
         QTRY_VERIFY(position->isEnabled());
         QCOMPARE(edit->property("text").toString(), QStringLiteral("SAVE"));
 
         // The photo picker opens (its implementation needs modules the view alone does not).
         QTest::failOnWarning(QRegularExpression(QStringLiteral("FileDialog")));
-        QQuickItem *choosePhoto = findVisibleItem(quick->contentItem(), QStringLiteral("choosePhotoButton"));
+        QQuickItem *choosePhoto = visibleItem(quick, QStringLiteral("choosePhotoButton"));
         QVERIFY(choosePhoto);
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(choosePhoto));
+        tap(quick, choosePhoto);
         QObject *dialog = nullptr;
         for (QQuickItem *form = choosePhoto; form && !dialog; form = form->parentItem())
             dialog = form->findChild<QObject *>(QStringLiteral("photoDialog"));
@@ -75,22 +69,21 @@ private Q_SLOTS:
         QMetaObject::invokeMethod(dialog, "reject");
         QTRY_VERIFY(!dialog->property("visible").toBool());
 
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(position));
+        tap(quick, position);
         QTRY_VERIFY(hub->profileTable()->positionTextField()->isFirstResponder());
         QTest::keyClick(quick, Qt::Key_End);
         typeText(quick, QStringLiteral(" and editor"));
         QCOMPARE(hub->profileTable()->positionTextField()->text(), QStringLiteral("Camera operator and editor"));
 
-        QQuickItem *save = findVisibleItem(quick->contentItem(), QStringLiteral("saveButton"));
+        QQuickItem *save = visibleItem(quick, QStringLiteral("saveButton"));
         QVERIFY(save);
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(save));
+        tap(quick, save);
         QQuickItem *message = nullptr;
-        QTRY_VERIFY_WITH_TIMEOUT((message = findVisibleItem(quick->contentItem(), QStringLiteral("alertMessage"))),
-                                 20000);
+        QTRY_VERIFY_WITH_TIMEOUT((message = visibleItem(quick, QStringLiteral("alertMessage"))), 20000);
         QCOMPARE(message->property("text").toString(), QStringLiteral("Changes Saved"));
-        QQuickItem *ok = findVisibleItem(quick->contentItem(), QStringLiteral("alertAction_Ok"));
+        QQuickItem *ok = visibleItem(quick, QStringLiteral("alertAction_Ok"));
         QVERIFY(ok);
-        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(ok));
+        tap(quick, ok);
         QTRY_VERIFY(!ui::AlertController::alertOnScreen());
         QTRY_VERIFY(!position->isEnabled());
         QCOMPARE(edit->property("text").toString(), QStringLiteral("EDIT"));
