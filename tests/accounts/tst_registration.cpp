@@ -113,6 +113,19 @@ private:
         return screen;
     }
 
+    // Registers under a role that matches no category: the account is made, its record is not.
+    Controller *submitWithoutAProfile()
+    {
+        Controller *screen = openFilled(QStringLiteral("Astronaut"));
+        if (!screen)
+            return nullptr;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No role matches Astronaut"));
+        screen->submitButton()->click();
+        const bool refused = AccountsFixture::answer(QStringLiteral("Error"), kAdmin);
+        const QJsonArray found = users(m_email);
+        return refused && found.size() == 1 && freelancers(found.first().toObject()).isEmpty() ? screen : nullptr;
+    }
+
     bool waitForMenu()
     {
         return QTest::qWaitFor([&] { return f().presentedIdentifier() == "menu"; }, 20000);
@@ -264,8 +277,6 @@ private Q_SLOTS:
                                        << "ada@example.com" << false;
         QTest::newRow("one letter after the dot") << "emailAddressTextField"
                                                   << "ada@example.c" << true;
-        QTest::newRow("other fields are not checked") << "firstNameTextField"
-                                                      << "not an address" << false;
     }
 
     void emailCheckOnLeavingAField()
@@ -373,14 +384,8 @@ private Q_SLOTS:
 
     void roleMatchingNoCategoryLeavesAnAccountThatCanBeCompleted()
     {
-        Controller *screen = openFilled(QStringLiteral("Astronaut"));
+        Controller *screen = submitWithoutAProfile();
         QVERIFY(screen);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No role matches Astronaut"));
-        screen->submitButton()->click();
-        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kAdmin));
-        QCOMPARE(users(m_email).size(), 1);
-        QCOMPARE(freelancers(users(m_email).first().toObject()).size(), 0);
-
         screen->roleTextField()->setText(QStringLiteral("Print"));
         screen->submitButton()->click();
         QVERIFY(waitForMenu());
@@ -390,19 +395,18 @@ private Q_SLOTS:
 
     void failedProfileSaveLeavesAnAccountThatSignsIn()
     {
-        Controller *screen = openFilled(QStringLiteral("Astronaut")); // an account without a profile first
+        Controller *screen = submitWithoutAProfile();
         QVERIFY(screen);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No role matches"));
-        screen->submitButton()->click();
-        QVERIFY(AccountsFixture::answer(QStringLiteral("Error"), kAdmin));
         // The session ends on the server (an administrator's sign-out): the record's save is refused.
         const QJsonObject user = users(m_email).first().toObject();
-        const TestBackend &backend = TestBackend::instance();
         const QJsonArray sessions = rows(
             "/sessions",
             {{"user", QJsonObject{{"__type", "Pointer"}, {"className", "_User"}, {"objectId", user["objectId"]}}}});
         for (const QJsonValue &session : sessions)
-            QCOMPARE(backend.request("DELETE", "/sessions/" + session["objectId"].toString(), {}, true).status, 200);
+            QCOMPARE(TestBackend::instance()
+                         .request("DELETE", "/sessions/" + session["objectId"].toString(), {}, true)
+                         .status,
+                     200);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("pending save was refused"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("The new profile was not saved"));
         screen->roleTextField()->setText(QStringLiteral("Print"));
