@@ -10,6 +10,7 @@
 #include "Storyboard.h"
 
 #include <QDBusMessage>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QTest>
 
@@ -111,6 +112,31 @@ QJsonObject AccountsFixture::serverUser(const QString &objectId)
     return TestBackend::instance().request("GET", QStringLiteral("/users/") + objectId, {}, true).body.object();
 }
 
+bool AccountsFixture::endSessionsOf(const QString &objectId)
+{
+    const TestBackend &backend = TestBackend::instance();
+    const QString where = QString::fromUtf8(QUrl::toPercentEncoding(
+        QStringLiteral(R"({"user":{"__type":"Pointer","className":"_User","objectId":"%1"}})").arg(objectId)));
+    const QJsonArray sessions = backend.request("GET", QStringLiteral("/sessions?where=") + where, {}, true)
+                                    .body.object()
+                                    .value(QStringLiteral("results"))
+                                    .toArray();
+    bool ended = !sessions.isEmpty();
+    for (const QJsonValue session : sessions) {
+        const QString id = session.toObject().value(QStringLiteral("objectId")).toString();
+        ended = backend.request("DELETE", QStringLiteral("/sessions/") + id, {}, true).status == 200 && ended;
+    }
+    return ended;
+}
+
+bool AccountsFixture::canSignIn(const QString &username, const QString &password)
+{
+    return TestBackend::instance()
+               .request("POST", QStringLiteral("/login"),
+                        {{QStringLiteral("username"), username}, {QStringLiteral("password"), password}})
+               .status == 200;
+}
+
 void AccountsFixture::restartClient(const QString &server)
 {
     ClientFixture::start(ClientFixture::configuration(m_dir.path(), &m_sessionStorage, server));
@@ -126,6 +152,17 @@ LoginPageTableViewController *AccountsFixture::showLogin()
     if (login && !QTest::qWaitFor(
                      [&] { return login->appearanceState() == ui::ViewController::AppearanceState::Appeared; }, 5000))
         return nullptr;
+    return login;
+}
+
+LoginPageTableViewController *AccountsFixture::logInWith(const QString &username, const QString &password)
+{
+    LoginPageTableViewController *login = showLogin();
+    if (login) {
+        login->userNameTextField()->setText(username);
+        login->passwordTextField()->setText(password);
+        login->loginButton()->click();
+    }
     return login;
 }
 

@@ -46,6 +46,11 @@ public:
     // A user named Amara with these keys set.
     Account makeUser(const QJsonObject &keys);
     [[nodiscard]] static QJsonObject serverUser(const QString &objectId);
+    // Ends every session of the user on the server, as an administrator can; false when there
+    // was none or one stayed.
+    static bool endSessionsOf(const QString &objectId);
+    // Whether the backend takes this password (asked directly, not through the client).
+    [[nodiscard]] static bool canSignIn(const QString &username, const QString &password);
 
     // Restarts the client against another server (a closed port stands for a lost connection);
     // the signed-in user is kept.
@@ -53,6 +58,8 @@ public:
 
     // Shows the main storyboard and returns its sign-in page once it has appeared.
     LoginPageTableViewController *showLogin();
+    // Shows the sign-in page, fills both fields and presses the login button; returns the page.
+    LoginPageTableViewController *logInWith(const QString &username, const QString &password);
     [[nodiscard]] ui::NavigationController *navigation() const;
     [[nodiscard]] ui::Window &window() { return *m_window; }
 

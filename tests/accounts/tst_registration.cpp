@@ -399,14 +399,7 @@ private Q_SLOTS:
         QVERIFY(screen);
         // The session ends on the server (an administrator's sign-out): the record's save is refused.
         const QJsonObject user = users(m_email).first().toObject();
-        const QJsonArray sessions = rows(
-            "/sessions",
-            {{"user", QJsonObject{{"__type", "Pointer"}, {"className", "_User"}, {"objectId", user["objectId"]}}}});
-        for (const QJsonValue &session : sessions)
-            QCOMPARE(TestBackend::instance()
-                         .request("DELETE", "/sessions/" + session["objectId"].toString(), {}, true)
-                         .status,
-                     200);
+        QVERIFY(AccountsFixture::endSessionsOf(user["objectId"].toString()));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("pending save was refused"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("The new profile was not saved"));
         screen->roleTextField()->setText(QStringLiteral("Print"));
