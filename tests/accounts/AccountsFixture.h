@@ -7,6 +7,7 @@
 #include "SecureStore.h"
 #include "TestBackend.h"
 #include "UserDefaults.h"
+#include "ViewController.h" // Window holds a QPointer to it
 #include "Window.h"
 
 #include <QJsonObject>

@@ -1,7 +1,7 @@
 // The sign-in screen against the local backend, the session's Secret Service and a fake
 // fingerprint reader: every account state, the fields, remember-me, the fingerprint sign-in
 // and the forgotten-password mail.
-#include "AccountsFixture.h"
+#include "AccountsTestCase.h"
 #include "AlertController.h"
 #include "ClientFixture.h"
 #include "DefaultPasswordViewController.h"
@@ -25,13 +25,10 @@ const auto kNewsDesk = QStringLiteral("Sorry there seems to be a problem.  Pleas
                                       "team.  You may not be an authorised Vantrel Pro user.");
 } // namespace
 
-class TestLogin : public QObject {
+class TestLogin : public AccountsTestCase {
     Q_OBJECT
 
 private:
-    std::unique_ptr<AccountsFixture> m_fixture;
-    AccountsFixture &f() { return *m_fixture; }
-
     // Waits for the outcome of a sign-in: an alert, the menu, or the pushed change screen.
     bool waitForOutcome()
     {
@@ -53,15 +50,6 @@ private:
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        REQUIRE_BACKEND();
-        m_fixture = std::make_unique<AccountsFixture>();
-        QVERIFY(f().isReady());
-    }
-
-    void cleanup() { m_fixture.reset(); }
-
     void firstAppearance()
     {
         f().defaults().setObject(QStringLiteral("2.1"), QStringLiteral("version_number"));
@@ -323,14 +311,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("setUp");
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("message");
-        QTest::newRow("no match") << "verify-no-match"
-                                  << "Error"
-                                  << "There was a problem verifying your identity.";
-        QTest::newRow("no reader at all") << "RemoveDevice"
-                                          << "Error"
-                                          << "Touch ID not available";
-        QTest::newRow("no user name") << ""
-                                      << "Info" << kWelcome;
+        // clang-format off
+        QTest::newRow("no match") << "verify-no-match" << "Error" << "There was a problem verifying your identity.";
+        QTest::newRow("no reader at all") << "RemoveDevice" << "Error" << "Touch ID not available";
+        QTest::newRow("no user name") << "" << "Info" << kWelcome;
+        // clang-format on
     }
 
     void biometricFailuresShowTheirMessage()

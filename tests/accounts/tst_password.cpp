@@ -1,7 +1,7 @@
 // The forced and the voluntary password change against the local backend and the session's
 // Secret Service: the live warning, what is saved where, and in which order.
 #include "AccountScenes.h"
-#include "AccountsFixture.h"
+#include "AccountsTestCase.h"
 #include "AlertController.h"
 #include "ClientFixture.h"
 #include "DefaultPasswordTableViewController.h"
@@ -20,13 +20,10 @@ const auto kForcedSuccess = QStringLiteral("You have succesfully changed your pa
                                            "login using Face ID / Touch ID.  Thank you.");
 } // namespace
 
-class TestPassword : public QObject {
+class TestPassword : public AccountsTestCase {
     Q_OBJECT
 
 private:
-    std::unique_ptr<AccountsFixture> m_fixture;
-    AccountsFixture &f() { return *m_fixture; }
-
     // Signs in through the login screen as a user who must change the password, and returns
     // the forced-change screen it leads to.
     DefaultPasswordViewController *forcedChange(AccountsFixture::Account &account)
@@ -43,15 +40,6 @@ private:
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        REQUIRE_BACKEND();
-        m_fixture = std::make_unique<AccountsFixture>();
-        QVERIFY(f().isReady());
-    }
-
-    void cleanup() { m_fixture.reset(); }
-
     void liveWarning_data()
     {
         QTest::addColumn<QString>("password");

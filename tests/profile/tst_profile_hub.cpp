@@ -1,5 +1,6 @@
 // The profile hub against the local backend: editing and saving, the role change and its
 // skills, the menu while editing, the photo, a lost connection and the deletion request.
+#include "AccountsTestCase.h"
 #include "AlertController.h"
 #include "Freelancer.h"
 #include "LoginPageTableViewController.h"
@@ -77,12 +78,15 @@ QString writePicture(const QTemporaryDir &dir, const QSize &size)
 
 } // namespace
 
-class TestProfileHub : public QObject {
+class TestProfileHub : public AccountsTestCase {
     Q_OBJECT
 
 private:
-    std::unique_ptr<ProfileFixture> m_fixture;
-    ProfileFixture &f() { return *m_fixture; }
+    [[nodiscard]] std::unique_ptr<AccountsFixture> makeFixture() const override
+    {
+        return std::make_unique<ProfileFixture>();
+    }
+    ProfileFixture &f() { return static_cast<ProfileFixture &>(AccountsTestCase::f()); }
 
     MasterProfileViewController *open(ProfileFixture::Member &member, const QString &role = QStringLiteral("Print"),
                                       const QStringList &skills = {QStringLiteral("Writer")})
@@ -99,18 +103,6 @@ private:
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        REQUIRE_BACKEND();
-        m_fixture = std::make_unique<ProfileFixture>();
-        QVERIFY(f().isReady());
-    }
-    void cleanup()
-    {
-        m_fixture.reset();
-        PFUser::logOut();
-    }
-
     void opensWithTheRecordsAndEditTogglesTheForm()
     {
         ProfileFixture::Member member;
@@ -200,17 +192,14 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("text");
-        QTest::newRow("no first name") << "firstNameTextField"
-                                       << "";
-        QTest::newRow("no last name") << "lastNameTextField"
-                                      << "";
-        QTest::newRow("no position") << "positionTextField"
-                                     << "";
-        QTest::newRow("no mobile number") << "mobileTelephoneNumberTextField"
-                                          << "";
-        QTest::newRow("e-mail without domain") << "emailAddressTextField"
-                                               << "amara@example";
+        // clang-format off
+        QTest::newRow("no first name") << "firstNameTextField" << "";
+        QTest::newRow("no last name") << "lastNameTextField" << "";
+        QTest::newRow("no position") << "positionTextField" << "";
+        QTest::newRow("no mobile number") << "mobileTelephoneNumberTextField" << "";
+        QTest::newRow("e-mail without domain") << "emailAddressTextField" << "amara@example";
         QTest::newRow("10,000-character position") << "positionTextField" << QString(10000, QLatin1Char('p'));
+        // clang-format on
     }
     void invalidFormIsNotSaved()
     {
@@ -279,13 +268,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("savedRole");
         QTest::addColumn<QStringList>("savedSkills");
         // Print to Multi-Skilled is the next test; the rule's table is tested on its own.
-        QTest::newRow("to Citizen Journalist")
-            << "Broadcast" << QStringList{"TV Camera", "TV Sound"} << "Citizen Journalist"
-            << "Citizen Journalist" << QStringList{"User-Generator/Live-Streamer"};
+        // clang-format off
+        QTest::newRow("to Citizen Journalist") << "Broadcast" << QStringList{"TV Camera", "TV Sound"}
+            << "Citizen Journalist" << "Citizen Journalist" << QStringList{"User-Generator/Live-Streamer"};
         QTest::newRow("no record of that exact title") << "Print" << QStringList{"Writer"} << "multi-skilled"
-                                                       << "Print" << QStringList{"Writer"};
-        QTest::newRow("no role before") << "" << QStringList() << "Print"
-                                        << "Print" << QStringList();
+            << "Print" << QStringList{"Writer"};
+        QTest::newRow("no role before") << "" << QStringList() << "Print" << "Print" << QStringList();
+        // clang-format on
     }
     void roleChangeSetsTheSkills()
     {
