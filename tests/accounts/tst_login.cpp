@@ -285,24 +285,6 @@ private Q_SLOTS:
         QCOMPARE(login->loginWithBiometricsButton()->title(), QStringLiteral("Login With Touch ID"));
     }
 
-    void biometricLoginEndToEnd()
-    {
-        const auto account = f().makeUser(true);
-        // A first sign-in with the password, remembered.
-        f().defaults().setBool(true, QStringLiteral("rememberMe"));
-        f().defaults().setObject(account.username, QStringLiteral("username"));
-        QVERIFY(AccountServices::current().passwordItem(account.username).savePassword(account.password));
-        f().defaults().setBool(true, QStringLiteral("hasLoginKey"));
-
-        LoginPageTableViewController *login = f().showLogin();
-        QVERIFY(login);
-        QVERIFY(!login->loginWithBiometricsButton()->isHidden());
-        login->passwordTextField()->setText({}); // the saved password is what signs in, not the field
-        login->loginWithBiometricsButton()->click();
-        QTRY_COMPARE_WITH_TIMEOUT(f().presentedIdentifier(), QStringLiteral("menu"), 20000);
-        QCOMPARE(PFUser::currentUser()->username(), account.username);
-    }
-
     // How each failure of the reader becomes its message is tested with the reader itself, and
     // cancelling with the drawn prompt; here: that the screen shows the failure, and what is
     // caught before the check.
@@ -340,7 +322,7 @@ private Q_SLOTS:
         QVERIFY(!PFUser::currentUser());
     }
 
-    void biometricLoginWithAnEmptyUserNameField()
+    void biometricLoginEndToEndWithAnEmptyUserNameField()
     {
         // Remember-me off: the field stays empty, and a fingerprint sign-in records that empty
         // text as the user name, so the next one cannot find the saved password.
@@ -352,8 +334,10 @@ private Q_SLOTS:
         QVERIFY(login);
         QVERIFY(login->userNameTextField()->text().isEmpty());
 
+        // The saved password of the recorded user signs in, whatever the fields hold.
         login->loginWithBiometricsButton()->click();
         QTRY_COMPARE_WITH_TIMEOUT(f().presentedIdentifier(), QStringLiteral("menu"), 20000);
+        QCOMPARE(PFUser::currentUser()->username(), account.username);
         QVERIFY(f().defaults().hasKey(QStringLiteral("username")));
         QCOMPARE(f().defaults().stringForKey(QStringLiteral("username")), QString());
 

@@ -92,7 +92,6 @@ private Q_SLOTS:
         DefaultPasswordViewController *screen = forcedChange(account);
         QVERIFY(screen);
         QVERIFY(screen->navigationItem()->hidesBackButton());
-        QCOMPARE(screen->confirmButton()->cornerRadius(), 10);
         QVERIFY(screen->passwordTable());
 
         screen->passwordTable()->passwordInfoButton()->click();
