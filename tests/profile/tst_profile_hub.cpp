@@ -43,18 +43,12 @@ const QString kEmailWarning = QStringLiteral(
 
 QStringList skillsOf(const QJsonObject &freelancer)
 {
-    QStringList skills;
-    for (const QJsonValue value : freelancer.value(QStringLiteral("skills")).toArray())
-        skills << value.toString();
-    return skills;
+    return freelancer.value(QStringLiteral("skills")).toVariant().toStringList();
 }
 
 QString roleOf(const QJsonObject &freelancer)
 {
-    return freelancer.value(QStringLiteral("freelanceCategory"))
-        .toObject()
-        .value(QStringLiteral("categoryTitle"))
-        .toString();
+    return freelancer[QStringLiteral("freelanceCategory")][QStringLiteral("categoryTitle")].toString();
 }
 
 // The notices of one function sent since the outbox had `before` lines.
