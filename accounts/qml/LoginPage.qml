@@ -14,12 +14,11 @@ Item {
         contentHeight: column.implicitHeight + 48
         clip: true
 
-        Column {
+        FormColumn {
             id: column
 
-            x: 20
+            availableWidth: page.width
             y: 24
-            width: page.width - 40
             spacing: 14
 
             Label {

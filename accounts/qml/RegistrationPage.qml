@@ -29,12 +29,11 @@ Item {
         clip: true
         ScrollBar.vertical: ScrollBar {}
 
-        Column {
+        FormColumn {
             id: column
 
-            x: 20
+            availableWidth: page.width
             y: 16
-            width: page.width - 40
             spacing: 10
 
             SectionHeader { text: qsTr("Your role") }

@@ -24,12 +24,11 @@ Flickable {
         maximumLength: form.controller.maximumTextLength
     }
 
-    Column {
+    FormColumn {
         id: column
 
-        x: 20
+        availableWidth: form.width
         y: 16
-        width: form.width - 40
         spacing: 6
 
         Row {

@@ -106,10 +106,11 @@ private Q_SLOTS:
     void everyComponentCompiles_data()
     {
         QTest::addColumn<QString>("file");
-        for (const char *file : {"AlertView", "AppWindow", "ControllerView", "EmbeddedView", "KeyboardToolbar",
-                                 "NavigationView", "OutletActivityIndicator", "OutletBarButton", "OutletButton",
-                                 "OutletImage", "OutletLabel", "OutletSwitch", "OutletTableView", "OutletTextField",
-                                 "OutletTextView", "PickerSheetView", "TableCell", "TableSectionHeader"})
+        for (const char *file :
+             {"AlertView", "AppWindow", "ControllerView", "EmbeddedView", "FormColumn", "KeyboardToolbar",
+              "NavigationView", "OutletActivityIndicator", "OutletBarButton", "OutletButton", "OutletImage",
+              "OutletLabel", "OutletSwitch", "OutletTableView", "OutletTextField", "OutletTextView", "PickerSheetView",
+              "TableCell", "TableSectionHeader"})
             QTest::newRow(file) << QString::fromLatin1(file);
     }
 
