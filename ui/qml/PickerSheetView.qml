@@ -111,5 +111,21 @@ FocusScope {
                 opacity: 1.0 - Math.abs(Tumbler.displacement) / (wheel.visibleItemCount / 2)
             }
         }
+
+        // A mouse wheel or touchpad turns the wheel one row per notch, however fast the frames
+        // come (the wheel's own handling flicks, and how far a flick runs depends on timing).
+        // Presses and drags go through to the wheel.
+        MouseArea {
+            property real pending: 0
+
+            anchors.fill: wheel
+            acceptedButtons: Qt.NoButton
+            onWheel: (event) => {
+                pending += event.angleDelta.y;
+                const rows = pending > 0 ? Math.floor(pending / 120) : Math.ceil(pending / 120);
+                pending -= rows * 120;
+                wheel.currentIndex = Math.max(0, Math.min(wheel.count - 1, wheel.currentIndex - rows));
+            }
+        }
     }
 }
