@@ -8,10 +8,9 @@ Item {
 
     required property QtObject controller
 
-    Column {
-        x: 20
+    FormColumn {
+        availableWidth: page.width
         y: 20
-        width: page.width - 40
         spacing: 14
 
         Label {

@@ -11,12 +11,11 @@ Flickable {
     contentHeight: column.implicitHeight + 48
     clip: true
 
-    Column {
+    FormColumn {
         id: column
 
-        x: 20
+        availableWidth: page.width
         y: 24
-        width: page.width - 40
         spacing: 12
 
         component Heading: Label {

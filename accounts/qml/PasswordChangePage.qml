@@ -3,16 +3,19 @@ import QtQuick.Controls
 import Vantrel.Ui
 
 // The voluntary password change.
-Column {
+Item {
     id: page
 
     required property QtObject controller
 
-    padding: 20
-    spacing: 14
+    FormColumn {
+        availableWidth: page.width
+        y: 20
+        spacing: 14
 
-    OutletTextField { outlet: page.controller.newPasswordTextField; width: page.width - 40 }
-    OutletTextField { outlet: page.controller.confirmPasswordTextField; width: page.width - 40 }
-    OutletButton { outlet: page.controller.saveButton; width: page.width - 40 }
-    OutletButton { outlet: page.controller.cancelButton; width: page.width - 40 }
+        OutletTextField { outlet: page.controller.newPasswordTextField; width: parent.width }
+        OutletTextField { outlet: page.controller.confirmPasswordTextField; width: parent.width }
+        OutletButton { outlet: page.controller.saveButton; width: parent.width }
+        OutletButton { outlet: page.controller.cancelButton; width: parent.width }
+    }
 }
