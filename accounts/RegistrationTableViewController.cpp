@@ -101,7 +101,7 @@ RegistrationTableViewController::RegistrationTableViewController(const Registrat
     m_submitButton->setStyle(ui::BarButtonItem::Style::Done);
     navigationItem()->setRightBarButtonItem(m_submitButton);
 
-    m_rolePicker->setRows(roles());
+    m_rolePicker->setRows(SkillLists::roles());
 
     connect(m_termsButton, &ui::Button::clicked, this, &RegistrationTableViewController::termsButton_Click);
     connect(m_confirmSwitch, &ui::Switch::valueChanged, this,
@@ -111,12 +111,6 @@ RegistrationTableViewController::RegistrationTableViewController(const Registrat
 }
 
 RegistrationTableViewController::~RegistrationTableViewController() = default;
-
-QStringList RegistrationTableViewController::roles()
-{
-    return {QStringLiteral("Broadcast"), QStringLiteral("Print"), QStringLiteral("Multi-Skilled"),
-            QStringLiteral("Citizen Journalist")};
-}
 
 PickerField *RegistrationTableViewController::pickerForTag(int tag) const
 {
@@ -372,11 +366,8 @@ void RegistrationTableViewController::createFreelancer(const std::shared_ptr<Use
     freelancer->setMyTown(m_homeTownTextField->text());
     freelancer->setMyCountry(m_homeCountryTextField->text());
     freelancer->setIsWhatsApp(m_whatsAppSwitch->isOn());
-    const QString title = category->categoryTitle().toLower();
-    if (title == QStringLiteral("Citizen Journalist").toLower())
-        freelancer->setSkills(SkillLists::citizenSkills());
-    else if (title == QStringLiteral("Multi-Skilled").toLower())
-        freelancer->setSkills(SkillLists::broadcastSkills() + SkillLists::printSkills());
+    // Other roles start without skills, as the new record already has none.
+    freelancer->setSkills(SkillLists::startingSkills(category->categoryTitle()));
 
     QPointer<RegistrationTableViewController> self(this);
     freelancer->saveEventually([self](bool succeeded, const PFError *error) {

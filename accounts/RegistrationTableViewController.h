@@ -74,9 +74,6 @@ public:
     explicit RegistrationTableViewController(const RegistrationSettings &settings = {}, QObject *parent = nullptr);
     ~RegistrationTableViewController() override;
 
-    // The roles the role picker offers, in order.
-    [[nodiscard]] static QStringList roles();
-
     [[nodiscard]] ui::TextField *roleTextField() const { return m_roleTextField; }
     [[nodiscard]] ui::TextField *firstNameTextField() const { return m_firstNameTextField; }
     [[nodiscard]] ui::TextField *lastNameTextField() const { return m_lastNameTextField; }

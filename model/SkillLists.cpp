@@ -23,3 +23,19 @@ QStringList SkillLists::citizenSkills()
 {
     return {QStringLiteral("User-Generator/Live-Streamer")};
 }
+
+QStringList SkillLists::roles()
+{
+    return {QStringLiteral("Broadcast"), QStringLiteral("Print"), QStringLiteral("Multi-Skilled"),
+            QStringLiteral("Citizen Journalist")};
+}
+
+QStringList SkillLists::startingSkills(const QString &roleTitle)
+{
+    const QString title = roleTitle.toLower();
+    if (title == QStringLiteral("Multi-Skilled").toLower())
+        return broadcastSkills() + printSkills();
+    if (title == QStringLiteral("Citizen Journalist").toLower())
+        return citizenSkills();
+    return {};
+}

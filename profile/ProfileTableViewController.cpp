@@ -10,7 +10,7 @@
 #include "PickerField.h"
 #include "ProfileLogging.h"
 #include "ProfilePhotoReader.h"
-#include "RoleChange.h"
+#include "SkillLists.h"
 #include "User.h"
 
 #include <QPointer>
@@ -46,7 +46,7 @@ ProfileTableViewController::ProfileTableViewController(QObject *parent)
       m_workCountryCodePicker(
           new PickerField(m_workCountryCodeTextField, this, QStringLiteral("Work Country Code"), this))
 {
-    m_rolePicker->setRows(RoleChange::roles());
+    m_rolePicker->setRows(SkillLists::roles());
     const QList<CountryCode> countryCodes = DialCodes::withPlaceholder(DialCodes::load());
     m_countryCodePicker->setDialCodes(countryCodes);
     m_workCountryCodePicker->setDialCodes(countryCodes);

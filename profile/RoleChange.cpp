@@ -4,22 +4,6 @@
 #include "Freelancer.h"
 #include "SkillLists.h"
 
-QStringList RoleChange::roles()
-{
-    return {QStringLiteral("Broadcast"), QStringLiteral("Print"), QStringLiteral("Multi-Skilled"),
-            QStringLiteral("Citizen Journalist")};
-}
-
-QStringList RoleChange::startingSkills(const QString &categoryTitle)
-{
-    const QString title = categoryTitle.toLower();
-    if (title == QStringLiteral("Multi-Skilled").toLower())
-        return SkillLists::broadcastSkills() + SkillLists::printSkills();
-    if (title == QStringLiteral("Citizen Journalist").toLower())
-        return SkillLists::citizenSkills();
-    return {};
-}
-
 std::shared_ptr<FreelanceCategory>
 RoleChange::categoryForRole(const QList<std::shared_ptr<FreelanceCategory>> &categories, const QString &role)
 {
@@ -37,6 +21,6 @@ void RoleChange::apply(Freelancer &freelancer, const std::shared_ptr<FreelanceCa
     const std::shared_ptr<FreelanceCategory> current = freelancer.freelanceCategory();
     const bool sameRecord = current && !current->objectId().isEmpty() && current->objectId() == category->objectId();
     if (!sameRecord)
-        freelancer.setSkills(startingSkills(category->categoryTitle()));
+        freelancer.setSkills(SkillLists::startingSkills(category->categoryTitle()));
     freelancer.setFreelanceCategory(category);
 }

@@ -9,14 +9,6 @@ class Freelancer;
 // The role a freelancer picks on the profile and what it does to their skills.
 class RoleChange {
 public:
-    // The roles the picker offers, in this order.
-    [[nodiscard]] static QStringList roles();
-
-    // The skills a freelancer starts with on moving to a role of this title (compared without
-    // regard to case): both the broadcast and the print lists for "Multi-Skilled", the one
-    // citizen skill for "Citizen Journalist", none otherwise (chosen on the skills screen).
-    [[nodiscard]] static QStringList startingSkills(const QString &categoryTitle);
-
     // The first category whose title equals the role text exactly; null when none does.
     [[nodiscard]] static std::shared_ptr<FreelanceCategory>
     categoryForRole(const QList<std::shared_ptr<FreelanceCategory>> &categories, const QString &role);

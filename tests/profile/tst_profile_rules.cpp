@@ -136,7 +136,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, title);
         QFETCH(QStringList, skills);
-        QCOMPARE(RoleChange::startingSkills(title), skills);
+        QCOMPARE(SkillLists::startingSkills(title), skills);
     }
 };
 
