@@ -29,7 +29,6 @@ const auto kError = QStringLiteral("Error");
 const auto kRoleHint = QStringLiteral("Choose Multi-Skilled if you are comfortable reporting, producing and filming for broadcast, print and online outlets.");
 const auto kFormNotValid = QStringLiteral("It looks like something is not valid, please ensure you have the following.\n\nYou have a role selected.\n\nYou have completed each field.\n\nThe passwords match and you have entered a valid email address\n\nYou agree to our terms.");
 const auto kNoConnection = QStringLiteral("We are having issues connecting to our database please check your connection and try again.");
-const auto kInvalidEmail = QStringLiteral("Please ensure you have entered a valid email address, as this will be used to send you critical information");
 // clang-format on
 } // namespace
 
@@ -245,8 +244,7 @@ void RegistrationTableViewController::textFieldDidEndEditing(ui::TextField *text
     // Only while the form is on screen: leaving the screen also takes the focus away.
     if (!textField || textField->tag() != kEmailAddressTag || appearanceState() != AppearanceState::Appeared)
         return;
-    if (!EmailAddressRule::isValid(textField->text()))
-        showAlert(kError, kInvalidEmail, kOk);
+    EmailAddressRule::alertIfInvalid(this, textField->text());
 }
 
 bool RegistrationTableViewController::formIsValid() const

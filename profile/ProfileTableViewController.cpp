@@ -167,11 +167,8 @@ bool ProfileTableViewController::isFormValid() const
 
 void ProfileTableViewController::textFieldDidEndEditing(ui::TextField *textField)
 {
-    if (textField != m_emailAddressTextField || EmailAddressRule::isValid(textField->text()))
-        return;
-    // clang-format off
-    OneButtonAlert::show(this, QStringLiteral("Error"), QStringLiteral("Please ensure you have entered a valid email address, as this will be used to send you critical information"), QStringLiteral("Ok"));
-    // clang-format on
+    if (textField == m_emailAddressTextField)
+        EmailAddressRule::alertIfInvalid(this, textField->text());
 }
 
 void ProfileTableViewController::photoPicked(const QUrl &file)
