@@ -106,21 +106,34 @@ async function signUp(rest, fields) {
   return created.objectId;
 }
 
+// The account state every demo freelancer needs to sign in to the app.
+const signInReady = { isAuthorised: true, doesPasswordRequireToBeChanged: false, isNewsDeskUser: false };
+
+// Prints one line per demo account; tests read the "demo sign-in" lines.
+function printSignIns() {
+  for (const entry of demo.freelancers) {
+    console.log(`backend: demo sign-in: ${entry.user.email} / ${demo.password} (${entry.role})`);
+  }
+  console.log(`backend: demo newsroom editor (for the newsroom app, not this one): ${demo.editor.email} / ${demo.password}`);
+}
+
 async function seedDemo(rest) {
   const categoryIds = await seedCatalogue(rest);
-  const printSignIn = () => {
-    const first = demo.freelancers[0];
-    console.log(`backend: demo sign-in: ${first.user.email} / ${demo.password}` +
-      ` (${first.role}; the other demo freelancers and the editor ${demo.editor.email} use the same password)`);
-  };
   if (await findUserByEmail(rest, demo.editor.email)) {
-    printSignIn();
+    // Demo data of an earlier version may lack the state that lets its freelancers sign in.
+    for (const entry of demo.freelancers) {
+      const user = await findUserByEmail(rest, entry.user.email);
+      if (user && Object.entries(signInReady).some(([key, value]) => Boolean(user[key]) !== value)) {
+        await rest.call('PUT', `/users/${user.objectId}`, signInReady);
+      }
+    }
+    printSignIns();
     return;
   }
   const editorId = await signUp(rest, { ...demo.editor, password: demo.password });
   const freelancerUserIds = [];
   for (const entry of demo.freelancers) {
-    const userId = await signUp(rest, { ...entry.user, password: demo.password });
+    const userId = await signUp(rest, { ...entry.user, ...signInReady, password: demo.password });
     freelancerUserIds.push(userId);
     const [freelancerId] = await rest.createAll('Freelancer', [{
       ...demo.freelancerRecord(entry),
@@ -137,7 +150,7 @@ async function seedDemo(rest) {
     to: pointer('_User', freelancerUserIds[0]),
   })));
   console.log(`backend: seeded ${demo.freelancers.length} demo freelancers, an editor and ${demo.messages.length} messages`);
-  printSignIn();
+  printSignIns();
 }
 
 async function sendMessage(rest, email, title, body) {

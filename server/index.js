@@ -1,23 +1,48 @@
 'use strict';
 // The Vantrel PRO local backend: Parse Server on PostgreSQL, mounted at the origin's root,
 // listening on loopback only, with LiveQuery for messages, the operator's static pages under
-// /site and development outboxes for mail and notices. Started by server/backend.
+// /site and development outboxes for mail and notices. Started by server/supervisor.js, which
+// server/backend runs.
 
 const fs = require('fs');
 const http = require('http');
 const settingsModule = require('./lib/settings');
 
-// How long a write's X-Parse-Request-Id is remembered.
-const IDEMPOTENCY_TTL_S = 300;
-
 function log(message) {
   process.stdout.write(`[vantrel-backend] ${message}\n`);
 }
+
+// The REST routes a client may use; everything else (roles, schemas, sessions, push, hooks,
+// jobs, config, aggregates, built-in classes the app does not use) is for the master key only.
+const CLIENT_ROUTES = [
+  'health',
+  'classes/(Freelancer|FreelanceCategory|FreelanceSubCategory|Message|LiveStream|NewsHotSpot|TrendingSubject)(/[A-Za-z0-9]+)?',
+  'users(/[A-Za-z0-9]+)?',
+  'installations(/[A-Za-z0-9]+)?',
+  'login',
+  'logout',
+  'verifyPassword',
+  'requestPasswordReset',
+  'functions/(SendSMS|sendgridEmail)',
+  'batch',
+];
+
+// Parse Server logs failing triggers and functions with their input; those lines would hold
+// people's addresses and whatever text a caller sends.
+const QUIET_LOG_LEVELS = {
+  triggerAfter: 'silent',
+  triggerBeforeSuccess: 'silent',
+  triggerBeforeError: 'silent',
+  cloudFunctionSuccess: 'silent',
+  cloudFunctionError: 'silent',
+  signupUsernameTaken: 'silent',
+};
 
 async function main() {
   // Everything the backend writes (logs, files, outboxes) is for the owner's eyes only.
   process.umask(0o077);
   const settings = settingsModule.load();
+  const { limits } = settings;
   for (const dir of [settings.filesDir, settings.logsDir]) {
     fs.mkdirSync(dir, { recursive: true, mode: 0o700 });
   }
@@ -25,15 +50,24 @@ async function main() {
   // both must land in the data directory.
   process.chdir(settings.dataDir);
   process.env.PARSE_SERVER_LOGS_FOLDER = settings.logsDir;
+  // A promise nobody waited for is a fault to log, not a reason to stop serving everyone.
+  process.on('unhandledRejection', (error) => log(`unhandled rejection: ${String(error?.message ?? error).slice(0, 200)}`));
 
   const express = require('express');
   const { ParseServer } = require('parse-server');
   const FSFilesAdapter = require('@parse/fs-files-adapter');
   const { definitions } = require('./lib/schema');
   const { createMailAdapter } = require('./lib/mailAdapter');
-  const permissions = require('./lib/permissions');
-  const notices = require('./lib/notices');
+  const { LogSink } = require('./lib/logSink');
+  const db = await require('./lib/db').open(settings.databaseURI());
+  const { createRequestGuard } = require('./lib/requestGuard');
+  const { createLoginNames } = require('./lib/loginNames');
   const { createRequestReplay } = require('./lib/requestReplay');
+  const { rateLimits } = require('./lib/rateLimits');
+  const providers = require('./lib/providers');
+  const newsroom = require('./lib/newsroom');
+  const fileRules = require('./lib/fileRules');
+  let parse;
 
   const parseServer = new ParseServer({
     appId: settings.appId,
@@ -47,18 +81,23 @@ async function main() {
     serverURL: settings.serverURL,
     publicServerURL: settings.serverURL,
     mountPath: '/',
-    logsFolder: settings.logsDir,
+    loggerAdapter: new LogSink({ logsFolder: settings.logsDir }),
     logLevel: 'warn',
+    logLevels: QUIET_LOG_LEVELS,
     filesAdapter: new FSFilesAdapter(),
     emailAdapter: createMailAdapter(settings.mailOutbox),
     allowClientClassCreation: false,
     enableAnonymousUsers: false,
     enforcePrivateUsers: true,
+    routeAllowList: CLIENT_ROUTES,
     // Users see all of their own record; triggers see whole records so that the permission
     // rules can compare a flag's old and new value.
     protectedFieldsOwnerExempt: true,
     protectedFieldsTriggerExempt: true,
     protectedFieldsSaveResponseExempt: true,
+    accountLockout: { threshold: limits.lockoutThreshold, duration: limits.lockoutMinutes, unlockOnPasswordReset: true },
+    maxLimit: 1000,
+    maxUploadSize: `${limits.uploadBytes}b`,
     // File references may only point at this server's own files.
     fileUpload: { allowedFileUrlDomains: ['127.0.0.1'] },
     pages: { encodePageParamHeaders: true },
@@ -73,16 +112,26 @@ async function main() {
       batchRequestLimit: 100,
     },
     schema: { definitions, lockSchemas: true, strict: true, keepUnknownIndexes: true },
+    // Behind the replay answers (lib/requestReplay.js): refuses a retry whose first attempt
+    // reached Parse Server but left no answer to replay.
     idempotencyOptions: {
       paths: ['classes/.*', 'users$', 'users/.*', 'installations.*', 'functions/.*'],
-      ttl: IDEMPOTENCY_TTL_S,
+      ttl: limits.replayDays * 24 * 3600,
     },
-    rateLimit: notices.rateLimits(settings),
+    rateLimit: rateLimits(settings),
     liveQuery: { classNames: ['Message'] },
     verifyServerUrl: false,
     cloud: (Parse) => {
-      permissions.register(Parse, { filesBaseURL: `${settings.serverURL}/files/${settings.appId}` });
-      notices.register(Parse, settings, { error: log });
+      parse = Parse;
+      const filesBaseURL = `${settings.serverURL}/files/${settings.appId}`;
+      const beforeEveryWrite = (request) => fileRules.completeFileReferences(Parse, request.object, filesBaseURL);
+      const notices = require('./lib/notices').register(Parse, settings, {
+        providers: { sms: providers.smsGateway(settings.sms), email: providers.sendGrid(settings.sendgrid) },
+        log,
+      });
+      require('./lib/userRules').register(Parse, { onDeletionRequested: notices.onDeletionRequested, beforeEveryWrite });
+      require('./lib/recordRules').register(Parse, { beforeEveryWrite });
+      fileRules.register(Parse, { db, bytesPerDay: limits.uploadBytesPerDay });
     },
   });
   await parseServer.start();
@@ -91,8 +140,19 @@ async function main() {
   app.disable('x-powered-by');
   app.use('/site', express.static(settings.siteDir, { index: false, dotfiles: 'ignore' }));
   app.use('/site', (req, res) => res.status(404).type('text/plain').send('Not found\n'));
-  app.use(createRequestReplay({ ttlMs: IDEMPOTENCY_TTL_S * 1000 }));
+  app.use(createRequestGuard({ uploadLimit: limits.uploadBytes }));
+  app.use(createLoginNames({ db, resetLimit: limits.passwordResetPerAddress }));
+  app.use(createRequestReplay({ db, ttlDays: limits.replayDays, maxBytes: limits.replayBytes }));
   app.use('/', parseServer.app);
+  app.use((req, res) => res.status(404).json({ code: 119, error: 'No such route.' }));
+  // eslint-disable-next-line no-unused-vars
+  app.use((error, req, res, next) => {
+    log(`request failed: ${String(error?.message ?? error).slice(0, 200)}`);
+    if (!res.headersSent) {
+      res.status(error?.status >= 400 && error.status < 500 ? error.status : 500)
+        .json({ code: 1, error: 'The request could not be handled.' });
+    }
+  });
 
   const server = http.createServer(app);
   await new Promise((resolve, reject) => {
@@ -106,6 +166,9 @@ async function main() {
     // application id (which every connect frame carries) would let any key through.
     keyPairs: { clientKey: settings.clientKey },
   });
+  // Cloud code reaches Parse Server through the app built above.
+  await newsroom.synchronise(parse);
+  await require('./lib/db').migrate(db);
   log(`listening on ${settings.origin} (pid ${process.pid})`);
 
   const shutdown = (signal) => {
@@ -113,6 +176,7 @@ async function main() {
     server.close();
     server.closeAllConnections?.();
     Promise.resolve(parseServer.handleShutdown?.())
+      .then(() => db.$pool.end())
       .catch(() => {})
       .finally(() => process.exit(0));
     setTimeout(() => process.exit(0), 3000).unref();

@@ -10,24 +10,11 @@ const array = { type: 'Array' };
 const geo = { type: 'GeoPoint' };
 const file = { type: 'File' };
 const pointer = (targetClass) => ({ type: 'Pointer', targetClass });
+const { ROLE: NEWSROOM } = require('./newsroom');
 
 const nobody = {};
 const everyone = { '*': true };
 const signedIn = { requiresAuthentication: true };
-
-// Keys of other users that nobody but the owner (and the master key) may read.
-const privateUserKeys = [
-  'username',
-  'email',
-  'emailVerified',
-  'authData',
-  'deviceToken',
-  'isAuthorised',
-  'doesPasswordRequireToBeChanged',
-  'isNewsDeskUser',
-  'shouldDeleteAccount',
-  'isEditorSupervisor',
-];
 
 const userFields = {
   firstName: str,
@@ -62,6 +49,15 @@ const userFields = {
   shouldDeleteAccount: bool,
 };
 
+// What others read of a user. A freelancer sees these keys of the people they share a message
+// with (names for the message screens, the mobile number and work address for reply notices);
+// a newsroom account sees the profile keys of freelancers. Which rows are readable at all is
+// decided in userRules.js.
+const messagePartnerKeys = ['firstName', 'lastName', 'workEmail', 'mobileCountryCode', 'mobileTelephoneNumber'];
+const newsroomKeys = [...messagePartnerKeys, 'position', 'officeCountryCode', 'officeTelephoneNumber', 'profilePicture'];
+const allUserKeys = ['username', 'email', 'emailVerified', 'authData', ...Object.keys(userFields)];
+const hiddenBut = (visible) => allUserKeys.filter((key) => !visible.includes(key));
+
 const freelancerFields = {
   user: pointer('_User'),
   lastKnownLocation: geo,
@@ -87,14 +83,15 @@ const freelancerFields = {
   workExampleFour: str,
 };
 
-// Records that signed-in users read and write under their ACLs (set by the triggers).
+// Records that signed-in users read and write under their ACLs (set by the triggers); the
+// app never deletes one.
 const ownedRecordPermissions = {
   find: signedIn,
   count: signedIn,
   get: signedIn,
   create: signedIn,
   update: signedIn,
-  delete: signedIn,
+  delete: nobody,
   addField: nobody,
   protectedFields: {},
 };
@@ -124,16 +121,17 @@ const definitions = [
       update: everyone,
       delete: nobody,
       addField: nobody,
-      protectedFields: { '*': privateUserKeys },
+      protectedFields: { '*': hiddenBut(messagePartnerKeys), [`role:${NEWSROOM}`]: hiddenBut(newsroomKeys) },
     },
   },
   {
+    // Its user (or, before anyone signed in on the device, the device) reads and changes it.
     className: '_Installation',
-    fields: {},
+    fields: { user: pointer('_User') },
     classLevelPermissions: {
       find: nobody,
       count: nobody,
-      get: everyone,
+      get: signedIn,
       create: everyone,
       update: everyone,
       delete: nobody,
@@ -141,11 +139,17 @@ const definitions = [
       protectedFields: {},
     },
   },
+  // Built-in classes the app does not use: the master key only.
+  ...['_Role', '_Product'].map((className) => ({
+    className,
+    fields: {},
+    classLevelPermissions: masterOnlyPermissions,
+  })),
   {
     className: 'Freelancer',
     fields: freelancerFields,
     indexes: { user_createdAt: { user: 1, createdAt: -1 } },
-    classLevelPermissions: { ...ownedRecordPermissions, delete: nobody },
+    classLevelPermissions: ownedRecordPermissions,
   },
   {
     className: 'FreelanceCategory',
@@ -171,7 +175,7 @@ const definitions = [
       to_createdAt: { to: 1, createdAt: -1 },
       from_createdAt: { from: 1, createdAt: -1 },
     },
-    classLevelPermissions: { ...ownedRecordPermissions, delete: nobody },
+    classLevelPermissions: ownedRecordPermissions,
   },
   {
     className: 'LiveStream',
@@ -201,6 +205,7 @@ const definitions = [
     className: 'NoticeOutbox',
     fields: {
       channel: str,
+      kind: str,
       recipient: str,
       subject: str,
       body: str,
@@ -212,4 +217,4 @@ const definitions = [
   },
 ];
 
-module.exports = { definitions, privateUserKeys };
+module.exports = { definitions, messagePartnerKeys, newsroomKeys };

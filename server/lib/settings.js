@@ -16,23 +16,16 @@ function required(env, name) {
   return value;
 }
 
-function port(env, name, fallback) {
+function wholeNumber(env, name, fallback, { min = 1, max = Number.MAX_SAFE_INTEGER } = {}) {
   const text = env[name] || String(fallback);
   const value = Number(text);
-  if (!Number.isInteger(value) || value < 1 || value > 65535) {
-    throw new Error(`${name} must be a TCP port number, got "${text}"`);
+  if (!Number.isInteger(value) || value < min || value > max) {
+    throw new Error(`${name} must be a whole number from ${min} to ${max}, got "${text}"`);
   }
   return value;
 }
 
-function positiveInt(env, name, fallback) {
-  const text = env[name] || String(fallback);
-  const value = Number(text);
-  if (!Number.isInteger(value) || value < 1) {
-    throw new Error(`${name} must be a positive whole number, got "${text}"`);
-  }
-  return value;
-}
+const port = (env, name, fallback) => wholeNumber(env, name, fallback, { max: 65535 });
 
 // Reads a secret kept in a file of the data directory; secrets never travel on command lines.
 function readSecret(file) {
@@ -41,6 +34,15 @@ function readSecret(file) {
     throw new Error(`secret file ${file} is empty or too short`);
   }
   return value;
+}
+
+// A limit of `count` requests per `window` seconds, read from VANTREL_<NAME>_LIMIT and
+// VANTREL_<NAME>_WINDOW.
+function rate(env, name, count, windowSeconds) {
+  return {
+    count: wholeNumber(env, `VANTREL_${name}_LIMIT`, count),
+    windowMs: wholeNumber(env, `VANTREL_${name}_WINDOW`, windowSeconds) * 1000,
+  };
 }
 
 function load(env = process.env) {
@@ -67,8 +69,25 @@ function load(env = process.env) {
     mailOutbox: path.join(dataDir, 'outbox', 'mail.jsonl'),
     noticeOutbox: path.join(dataDir, 'outbox', 'notices.jsonl'),
     siteDir: path.join(__dirname, '..', 'site'),
-    noticeRateLimit: positiveInt(env, 'VANTREL_NOTICE_RATE_LIMIT', 10),
-    noticeRateWindowMs: positiveInt(env, 'VANTREL_NOTICE_RATE_WINDOW', 60) * 1000,
+    administratorEmail: env.VANTREL_ADMIN_EMAIL || 'admin@vantrel.example',
+    limits: {
+      // Per client address.
+      login: rate(env, 'LOGIN_RATE', 30, 60),
+      signUp: rate(env, 'SIGNUP_RATE', 10, 60),
+      passwordReset: rate(env, 'RESET_RATE', 5, 60),
+      // Per e-mail address asked for.
+      passwordResetPerAddress: rate(env, 'RESET_ADDRESS_RATE', 3, 3600),
+      // Per account and function, and for the whole server.
+      notice: rate(env, 'NOTICE_RATE', 10, 60),
+      noticeGlobal: rate(env, 'NOTICE_GLOBAL_RATE', 300, 60),
+      noticesPerDay: wholeNumber(env, 'VANTREL_NOTICE_DAILY_CAP', 100),
+      lockoutThreshold: wholeNumber(env, 'VANTREL_LOCKOUT_THRESHOLD', 5, { max: 999 }),
+      lockoutMinutes: wholeNumber(env, 'VANTREL_LOCKOUT_MINUTES', 15, { max: 99999 }),
+      uploadBytes: wholeNumber(env, 'VANTREL_UPLOAD_MAX_BYTES', 10 * 1024 * 1024),
+      uploadBytesPerDay: wholeNumber(env, 'VANTREL_UPLOAD_DAILY_BYTES', 100 * 1024 * 1024),
+      replayDays: wholeNumber(env, 'VANTREL_REPLAY_DAYS', 7),
+      replayBytes: wholeNumber(env, 'VANTREL_REPLAY_MAX_BYTES', 64 * 1024 * 1024),
+    },
     sms: {
       url: env.VANTREL_SMS_GATEWAY_URL || '',
       token: env.VANTREL_SMS_GATEWAY_TOKEN || '',
