@@ -19,6 +19,8 @@ const auto kUsername = QStringLiteral("username");
 const auto kHasLoginKey = QStringLiteral("hasLoginKey");
 const auto kVersionNumber = QStringLiteral("version_number");
 const auto kDeviceToken = QStringLiteral("deviceToken");
+// The backend's "operation forbidden", its answer to the sign-in of a refused account.
+constexpr int kAccountRefusedByBackend = 119;
 } // namespace
 
 LoginPageTableViewController::LoginPageTableViewController(QObject *parent)
@@ -282,6 +284,21 @@ void LoginPageTableViewController::logIn(const QString &username, const QString 
 void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const PFError *error, const QString &password)
 {
     Q_UNUSED(user)
+    const auto showNotAuthorisedAlert = [this] {
+        showAlert(QStringLiteral("Error"),
+                  QStringLiteral("Sorry it appears your account has not yet been authorised.  Please contact Vantrel "
+                                 "Admin if you are not authorised within 7 days."),
+                  QStringLiteral("Ok"));
+        stopSpinner();
+        m_userNameTextField->setText({});
+        m_passwordTextField->setText({});
+    };
+    // The backend refuses the sign-in of an account that is not authorised (or asked to be
+    // deleted) with "operation forbidden": the user sees the same alert as when the app refuses it.
+    if (error && error->code() == kAccountRefusedByBackend) {
+        showNotAuthorisedAlert();
+        return;
+    }
     if (error) {
         showAlert(QStringLiteral("Error"),
                   QStringLiteral("Sorry there seems to be a problem.\n\n ") + error->localizedDescription() +
@@ -313,13 +330,7 @@ void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const P
         return;
     }
     if (!current->isAuthorised()) {
-        showAlert(QStringLiteral("Error"),
-                  QStringLiteral("Sorry it appears your account has not yet been authorised.  Please contact Vantrel "
-                                 "Admin if you are not authorised within 7 days."),
-                  QStringLiteral("Ok"));
-        stopSpinner();
-        m_userNameTextField->setText({});
-        m_passwordTextField->setText({});
+        showNotAuthorisedAlert();
         return;
     }
     if (current->isNewsDeskUser()) {

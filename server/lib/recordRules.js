@@ -113,15 +113,17 @@ async function checkMessageWrite(Parse, request) {
 
 // An installation belongs to the user who saved it signed in, and before that to the device
 // that holds its installation id. Only they read or change it.
-function checkInstallationWrite(Parse, request) {
+async function checkInstallationWrite(Parse, request) {
   if (request.master) {
     return;
   }
   const installation = request.object;
   const caller = request.user;
-  const owner = pointerId(request.original?.get('user'));
-  if (request.original) {
-    const sameDevice = request.installationId && request.installationId === request.original.get('installationId');
+  // A save naming a known installation id arrives as an update whose original holds only the id.
+  const stored = request.original && await new Parse.Query(Parse.Installation).get(request.original.id, master);
+  const owner = pointerId(stored?.get('user'));
+  if (stored) {
+    const sameDevice = request.installationId && request.installationId === stored.get('installationId');
     if (owner ? owner !== caller?.id : !sameDevice) {
       throw forbidden(Parse, 'an installation is changed only by its own user or device');
     }

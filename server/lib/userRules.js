@@ -30,6 +30,9 @@ const userFlagRules = {
 };
 
 const refusesSignIn = (user) => user.get('isAuthorised') !== true || user.get('shouldDeleteAccount') === true;
+// A save that withdraws the authorisation or asks for deletion; it ends the account's sessions.
+const revokesAccess = (user) => (user.dirty('isAuthorised') && user.get('isAuthorised') !== true)
+  || (user.dirty('shouldDeleteAccount') && user.get('shouldDeleteAccount') === true);
 const isNewsroom = (user) => user?.get('isNewsDeskUser') === true;
 
 function forbidden(Parse, message) {
@@ -138,6 +141,7 @@ async function endSessions(Parse, user) {
 function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
   Parse.Cloud.beforeSave(Parse.User, (request) => {
     beforeEveryWrite(request);
+    request.context.revokesAccess = Boolean(request.original) && revokesAccess(request.object);
     if (!request.master) {
       checkUserWrite(Parse, request);
     } else if (!request.original) {
@@ -148,7 +152,7 @@ function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
   Parse.Cloud.afterSave(Parse.User, async (request) => {
     const user = request.object;
     const was = (key) => request.original?.get(key);
-    if (refusesSignIn(user)) {
+    if (request.context.revokesAccess) {
       await endSessions(Parse, user);
     }
     if (isNewsroom(user) !== (was('isNewsDeskUser') === true)) {

@@ -9,15 +9,18 @@
 
 const TestBackend &TestBackend::instance()
 {
-    static const TestBackend backend;
+    static const TestBackend backend(qEnvironmentVariable("VANTREL_TEST_BACKEND_STATE",
+                                                         QStringLiteral(VANTREL_TEST_BACKEND_STATE)));
     return backend;
 }
 
-TestBackend::TestBackend()
+TestBackend TestBackend::fromStateFile(const QString &path)
 {
-    QString path = qEnvironmentVariable("VANTREL_TEST_BACKEND_STATE");
-    if (path.isEmpty())
-        path = QStringLiteral(VANTREL_TEST_BACKEND_STATE);
+    return TestBackend(path);
+}
+
+TestBackend::TestBackend(const QString &path)
+{
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         m_error = QStringLiteral("no state file at %1 (start it with server/backend start --throwaway)").arg(path);
@@ -92,7 +95,9 @@ TestBackend::User TestBackend::signUpUser(const QJsonObject &extraFields) const
     const QString tag = QUuid::createUuid().toString(QUuid::Id128).left(12);
     u.username = QStringLiteral("t%1@example.test").arg(tag);
     u.password = QStringLiteral("Passw0rd%1").arg(tag.left(4));
-    QJsonObject body = extraFields;
+    QJsonObject body{{QStringLiteral("isAuthorised"), true}};
+    for (auto it = extraFields.begin(); it != extraFields.end(); ++it)
+        body.insert(it.key(), it.value());
     body.insert(QStringLiteral("username"), u.username);
     body.insert(QStringLiteral("email"), u.username);
     body.insert(QStringLiteral("password"), u.password);

@@ -15,6 +15,8 @@ public:
     // Reads the state file named by VANTREL_TEST_BACKEND_STATE (environment first, then the
     // path compiled in). Returns false, with a reason in error(), when there is none.
     static const TestBackend &instance();
+    // Another backend, described by the state file that its start wrote.
+    [[nodiscard]] static TestBackend fromStateFile(const QString &path);
 
     [[nodiscard]] bool isAvailable() const { return m_available; }
     [[nodiscard]] QString error() const { return m_error; }
@@ -46,7 +48,8 @@ public:
     static Reply exchange(const QNetworkRequest &request, const QByteArray &method, const QByteArray &payload,
                           QByteArray *contentType = nullptr);
 
-    // A fresh user signed up for one test, with a unique name. Returns its objectId and session token.
+    // A fresh user signed up for one test, with a unique name, authorised as registration makes
+    // it (unless extraFields say otherwise). Returns its objectId and session token.
     struct User {
         QString objectId;
         QString username;
@@ -59,7 +62,7 @@ public:
     static QStringList readLines(const QString &path);
 
 private:
-    TestBackend();
+    explicit TestBackend(const QString &stateFile);
     bool m_available = false;
     QString m_error;
     QHash<QString, QString> m_values;

@@ -101,6 +101,7 @@ PFUserPtr ClientFixture::signUp(const QString &username)
     user->setEmail(name);
     user->setPassword(QStringLiteral("Passw0rdX"));
     user->setObject(QStringLiteral("Ana"), QStringLiteral("firstName"));
+    user->setObject(true, QStringLiteral("isAuthorised")); // as registration does: the backend refuses others
     int code = 0;
     waitFor([&](auto finish) { user->signUpInBackgroundWithBlock([=](bool, const PFError *e) { finish(e); }); }, &code);
     if (code != 0) {
