@@ -56,7 +56,7 @@ async function main() {
   const express = require('express');
   const { ParseServer } = require('parse-server');
   const FSFilesAdapter = require('@parse/fs-files-adapter');
-  const { definitions } = require('./lib/schema');
+  const { definitions, messagePartnerKeys } = require('./lib/schema');
   const { createMailAdapter } = require('./lib/mailAdapter');
   const { LogSink } = require('./lib/logSink');
   const db = await require('./lib/db').open(settings.databaseURI());
@@ -140,7 +140,7 @@ async function main() {
   app.disable('x-powered-by');
   app.use('/site', express.static(settings.siteDir, { index: false, dotfiles: 'ignore' }));
   app.use('/site', (req, res) => res.status(404).type('text/plain').send('Not found\n'));
-  app.use(createRequestGuard({ uploadLimit: limits.uploadBytes }));
+  app.use(createRequestGuard({ uploadLimit: limits.uploadBytes, selectableUserKeys: ['objectId', ...messagePartnerKeys] }));
   app.use(createLoginNames({ db, resetLimit: limits.passwordResetPerAddress }));
   app.use(createRequestReplay({ db, ttlDays: limits.replayDays, maxBytes: limits.replayBytes }));
   app.use('/', parseServer.app);

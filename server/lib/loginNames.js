@@ -38,18 +38,25 @@ function createLoginNames({ db, resetLimit }) {
     }
   };
 
-  const loginFieldsOf = (req) => {
-    if (req.method === 'GET') {
-      // Parse Server reads the body first and the query when the body names nobody.
-      req.body = { ...req.query };
+  // A GET names the account in its query string, which is written back once resolved.
+  const resolveQuery = async (req) => {
+    const query = req.url.indexOf('?');
+    const params = new URLSearchParams(query < 0 ? '' : req.url.slice(query + 1));
+    const fields = Object.fromEntries(params);
+    await resolveLogin(fields);
+    for (const key of ['username', 'email']) {
+      if (fields[key] !== undefined) {
+        params.set(key, fields[key]);
+      }
     }
-    return req.body;
+    req.url = `${req.path}?${params}`;
+    req.originalUrl = req.url;
   };
 
   return async function loginNames(req, res, next) {
     try {
       if (LOGIN_PATH.test(req.path) && (req.method === 'GET' || req.method === 'POST')) {
-        await resolveLogin(loginFieldsOf(req));
+        await (req.method === 'GET' ? resolveQuery(req) : resolveLogin(req.body));
       } else if (/^\/batch\/?$/i.test(req.path) && req.method === 'POST' && Array.isArray(req.body?.requests)) {
         for (const sub of req.body.requests) {
           if (LOGIN_PATH.test(sub?.path ?? '') && sub.body && typeof sub.body === 'object') {

@@ -125,6 +125,23 @@ function inspect(root) {
   return root;
 }
 
+// `$select` and `$dontSelect` match on a key of another class's records. Of users, only the
+// keys every signed-in reader may see can be matched on this way (Parse Server would answer
+// "no match" for the others, which a caller cannot tell from a real "no match").
+function checkSubQueries(value, selectableUserKeys) {
+  if (value === null || typeof value !== 'object') {
+    return;
+  }
+  for (const operator of ['$select', '$dontSelect']) {
+    const sub = value[operator];
+    if (sub && typeof sub === 'object' && sub.query?.className === '_User'
+        && !selectableUserKeys.includes(String(sub.key).split('.')[0])) {
+      refuse(PARSE.OPERATION_FORBIDDEN, `${operator} may not match on the key "${String(sub.key).slice(0, 64)}" of users`);
+    }
+  }
+  Object.values(value).forEach((item) => checkSubQueries(item, selectableUserKeys));
+}
+
 function parseJson(text, what) {
   try {
     return JSON.parse(text);
@@ -209,9 +226,10 @@ const isUpload = (req) => req.method === 'POST' && /^\/files\/[^/]+$/.test(req.p
 const hasJsonBody = (req) => !['GET', 'HEAD', 'OPTIONS'].includes(req.method)
   && !req.path.startsWith('/files/') && !req.path.startsWith('/apps/') && !req.is('multipart/form-data');
 
-function createRequestGuard({ uploadLimit }) {
+function createRequestGuard({ uploadLimit, selectableUserKeys }) {
   return async function requestGuard(req, res, next) {
     try {
+      const master = Boolean(req.get('X-Parse-Master-Key'));
       const query = req.url.indexOf('?');
       const path = query < 0 ? req.url : req.url.slice(0, query);
       const canonical = canonicalPath(path);
@@ -221,7 +239,10 @@ function createRequestGuard({ uploadLimit }) {
         req.originalUrl = req.url;
       }
       if (typeof req.query?.where === 'string') {
-        inspect(parseJson(req.query.where, 'the "where" of the query'));
+        const where = inspect(parseJson(req.query.where, 'the "where" of the query'));
+        if (!master) {
+          checkSubQueries(where, selectableUserKeys);
+        }
       }
       for (const key of ['keys', 'include', 'order', 'excludeKeys', 'redirectClassNameForKey']) {
         if (typeof req.query?.[key] === 'string' && req.query[key].includes('\u0000')) {
@@ -242,6 +263,9 @@ function createRequestGuard({ uploadLimit }) {
         req.body = text.trim() === '' ? {} : inspect(parseJson(text, 'the request body'));
         if (req.body === null || typeof req.body !== 'object' || Array.isArray(req.body)) {
           refuse(PARSE.INVALID_JSON, 'the request body must be a JSON object');
+        }
+        if (!master) {
+          checkSubQueries(req.body, selectableUserKeys);
         }
         checkBatch(req);
       }

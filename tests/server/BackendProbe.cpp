@@ -78,4 +78,35 @@ QString uniqueTag()
     return QUuid::createUuid().toString(QUuid::Id128).left(12);
 }
 
+QString whereQuery(const QJsonObject &where, const QString &extra)
+{
+    QUrlQuery query;
+    query.addQueryItem(QStringLiteral("where"), QString::fromUtf8(QJsonDocument(where).toJson(QJsonDocument::Compact)));
+    return query.toString(QUrl::FullyEncoded) + (extra.isEmpty() ? QString() : u'&' + extra);
+}
+
+TestBackend::User newsroomUser(const TestBackend &backend)
+{
+    const TestBackend::User user =
+        backend.signUpUser({{QStringLiteral("firstName"), QStringLiteral("Claire")},
+                            {QStringLiteral("workEmail"), QStringLiteral("desk%1@news.test").arg(uniqueTag())},
+                            {QStringLiteral("mobileCountryCode"), QStringLiteral("+44")},
+                            {QStringLiteral("mobileTelephoneNumber"), QStringLiteral("7700900412")}});
+    backend.request("PUT", QStringLiteral("/users/") + user.objectId, {{QStringLiteral("isNewsDeskUser"), true}}, true);
+    return user;
+}
+
+bool healthy(const TestBackend &backend)
+{
+    return backend.request("GET", QStringLiteral("/health")).status == 200;
+}
+
+QString deletionNotice(const QString &firstName, const QString &objectId, const QString &username)
+{
+    return QStringLiteral("There is a new request from %1  to delete their profile.  Be sure to delete the user and "
+                          "freelancer objects. \n\nPlease delete any messages where to & from user == %2\n\nThe "
+                          "user's email address they used to register was %3")
+        .arg(firstName, objectId, username);
+}
+
 } // namespace BackendProbe

@@ -37,4 +37,16 @@ using Header = TestBackend::Header;
 // A unique text for one test's data.
 [[nodiscard]] QString uniqueTag();
 
+// "where=<JSON>" for a query string, with more parameters after it.
+[[nodiscard]] QString whereQuery(const QJsonObject &where, const QString &extra = {});
+
+// A fresh newsroom account (administrators set the flag with the master key).
+[[nodiscard]] TestBackend::User newsroomUser(const TestBackend &backend = TestBackend::instance());
+
+// The backend still answers its health check.
+[[nodiscard]] bool healthy(const TestBackend &backend = TestBackend::instance());
+
+// The app's deletion notice for an account, as the profile screen sends it.
+[[nodiscard]] QString deletionNotice(const QString &firstName, const QString &objectId, const QString &username);
+
 } // namespace BackendProbe

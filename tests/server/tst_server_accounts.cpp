@@ -1,0 +1,127 @@
+// Signing in against the running backend: accounts the server refuses and whose sessions it
+// ends, the lockout after repeated failures by every route that checks a password, and sign-in
+// names in any letter case.
+
+#include "BackendProbe.h"
+#include "TestBackend.h"
+
+#include <QJsonArray>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace BackendProbe;
+
+namespace {
+
+const int kObjectNotFound = 101;
+const int kOperationForbidden = 119;
+const int kInvalidSessionToken = 209;
+
+// The name as someone might type it: every letter in the other case.
+QString otherCase(const QString &name)
+{
+    QString typed = name;
+    for (QChar &c : typed)
+        c = c.isUpper() ? c.toLower() : c.toUpper();
+    return typed;
+}
+
+} // namespace
+
+class ServerAccountsTest : public QObject {
+    Q_OBJECT
+
+    const TestBackend &backend() const { return TestBackend::instance(); }
+
+    TestBackend::Reply logIn(const QString &username, const QString &password)
+    {
+        return backend().request("POST", u"/login"_s, {{u"username"_s, username}, {u"password"_s, password}});
+    }
+
+private Q_SLOTS:
+    void initTestCase() { REQUIRE_BACKEND(); }
+
+    // Refused accounts: their sessions end at once, a login with the right password is
+    // forbidden, and a wrong password still gets the usual answer (nothing to learn there).
+    void refusedAccounts_data()
+    {
+        QTest::addColumn<bool>("byAdministrator");
+        QTest::addColumn<QJsonObject>("flags");
+        QTest::newRow("account holder asks for deletion")
+            << false << QJsonObject{{u"isAuthorised"_s, false}, {u"shouldDeleteAccount"_s, true}};
+        QTest::newRow("administrator withdraws the authorisation") << true << QJsonObject{{u"isAuthorised"_s, false}};
+        QTest::newRow("administrator marks it for deletion") << true << QJsonObject{{u"shouldDeleteAccount"_s, true}};
+    }
+    void refusedAccounts()
+    {
+        QFETCH(bool, byAdministrator);
+        QFETCH(QJsonObject, flags);
+        const TestBackend::User u = backend().signUpUser();
+        const QString remembered = logIn(u.username, u.password).body.object().value(u"sessionToken"_s).toString();
+        QVERIFY(!remembered.isEmpty());
+        QCOMPARE(backend().request("PUT", u"/users/"_s + u.objectId, flags, byAdministrator, u.sessionToken).status, 200);
+
+        for (const QString &session : {u.sessionToken, remembered})
+            QCOMPARE(errorCode(backend().request("GET", u"/users/me"_s, {}, false, session)), kInvalidSessionToken);
+        const TestBackend::Reply refused = logIn(u.username, u.password);
+        QCOMPARE(errorCode(refused), kOperationForbidden);
+        QVERIFY(!refused.raw.contains("sessionToken"));
+        QCOMPARE(errorCode(logIn(u.username, u"Wr0ngPassword"_s)), kObjectNotFound);
+    }
+
+    // Five failed attempts lock the account for 15 minutes, whichever route they took.
+    void lockout_data()
+    {
+        QTest::addColumn<QString>("route");
+        QTest::addColumn<int>("failures");
+        QTest::newRow("four failures leave it open") << "login" << 4;
+        QTest::newRow("five failed logins") << "login" << 5;
+        QTest::newRow("in another letter case") << "other case" << 5;
+        QTest::newRow("inside a batch") << "batch" << 5;
+        QTest::newRow("password checks") << "verifyPassword" << 5;
+    }
+    void lockout()
+    {
+        QFETCH(QString, route);
+        QFETCH(int, failures);
+        const TestBackend::User u = backend().signUpUser();
+        const QJsonObject wrong{{u"username"_s, route == "other case"_L1 ? otherCase(u.username) : u.username},
+                                {u"password"_s, u"Wr0ngPassword"_s}};
+        if (route == "batch"_L1) {
+            QJsonArray requests;
+            for (int i = 0; i < failures; ++i)
+                requests.append(QJsonObject{{u"method"_s, u"POST"_s}, {u"path"_s, u"/login"_s}, {u"body"_s, wrong}});
+            QCOMPARE(backend().request("POST", u"/batch"_s, {{u"requests"_s, requests}}).status, 200);
+        } else {
+            for (int i = 0; i < failures; ++i)
+                backend().request("POST", route == "verifyPassword"_L1 ? u"/verifyPassword"_s : u"/login"_s, wrong);
+        }
+        const TestBackend::Reply r = logIn(u.username, u.password);
+        QVERIFY2((r.status == 200) == (failures < 5), r.raw.constData());
+        if (failures >= 5)
+            QVERIFY(r.body.object().value(u"error"_s).toString().contains(u"locked"_s));
+    }
+
+    // The address typed in another letter case finds the account, which keeps its name as
+    // registered; an unknown name gets the same answer as a wrong password.
+    void signInInAnyLetterCase()
+    {
+        const TestBackend::User u = backend().signUpUser();
+        const QString typed = otherCase(u.username);
+        const TestBackend::Reply r = logIn(typed, u.password);
+        QCOMPARE(r.status, 200);
+        QCOMPARE(r.body.object().value(u"objectId"_s).toString(), u.objectId);
+        QCOMPARE(r.body.object().value(u"username"_s).toString(), u.username);
+        QCOMPARE(backend().request("GET", u"/login?username="_s + QString::fromUtf8(QUrl::toPercentEncoding(typed)) +
+                                              u"&password="_s + u.password).status,
+                 200);
+        const TestBackend::Reply unknown = logIn(u"Nobody."_s + typed, u.password);
+        QCOMPARE(unknown.raw, logIn(typed, u"Wr0ngPassword"_s).raw);
+
+        QCOMPARE(backend().request("POST", u"/requestPasswordReset"_s, {{u"email"_s, typed}}).status, 200);
+        QTRY_VERIFY(!TestBackend::readLines(backend().mailOutbox()).filter(u.username).isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(ServerAccountsTest)
+#include "tst_server_accounts.moc"
