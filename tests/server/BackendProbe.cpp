@@ -1,6 +1,8 @@
 #include "BackendProbe.h"
 
+#include <QHostAddress>
 #include <QJsonArray>
+#include <QTcpSocket>
 #include <QJsonDocument>
 #include <QUrlQuery>
 #include <QUuid>
@@ -36,6 +38,28 @@ TestBackend::Reply upload(const QString &name, const QByteArray &bytes, const QS
     request.setRawHeader("X-Parse-Session-Token", sessionToken.toUtf8());
     request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("image/jpeg"));
     return TestBackend::exchange(request, "POST", bytes);
+}
+
+TestBackend::Reply rawRequest(const TestBackend &backend, const QByteArray &method, const QByteArray &target,
+                              const QByteArray &body, const QString &sessionToken)
+{
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, quint16(backend.serverUrl().port()));
+    if (!socket.waitForConnected(5000))
+        return {};
+    socket.write(method + ' ' + target + " HTTP/1.0\r\nHost: 127.0.0.1\r\n" +
+                 "X-Parse-Application-Id: " + backend.applicationId().toUtf8() + "\r\nX-Parse-Client-Key: " +
+                 backend.clientKey().toUtf8() + "\r\nX-Parse-Session-Token: " + sessionToken.toUtf8() +
+                 "\r\nContent-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) +
+                 "\r\n\r\n" + body);
+    QByteArray answer;
+    while (socket.waitForReadyRead(30000))
+        answer += socket.readAll();
+    TestBackend::Reply reply;
+    reply.status = answer.mid(9, 3).toInt();
+    reply.raw = answer.mid(answer.indexOf("\r\n\r\n") + 4);
+    reply.body = QJsonDocument::fromJson(reply.raw);
+    return reply;
 }
 
 TestBackend::Reply fetch(const QUrl &url, QByteArray *contentType)

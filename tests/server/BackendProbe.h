@@ -22,6 +22,12 @@ using Header = TestBackend::Header;
 // Uploads bytes as a file with the caller's session; answers the stored file's name and URL.
 [[nodiscard]] TestBackend::Reply upload(const QString &name, const QByteArray &bytes, const QString &sessionToken);
 
+// A request sent over a plain socket, its target exactly as given (Qt's URL class would bring
+// percent-encodings into its own form first). Reads the status line and the body.
+[[nodiscard]] TestBackend::Reply rawRequest(const TestBackend &backend, const QByteArray &method,
+                                            const QByteArray &target, const QByteArray &body,
+                                            const QString &sessionToken);
+
 // A plain GET of any URL, for the static pages.
 [[nodiscard]] TestBackend::Reply fetch(const QUrl &url, QByteArray *contentType = nullptr);
 

@@ -313,12 +313,7 @@ private Q_SLOTS:
                                        .body.object().value(u"objectId"_s).toString();
         path.replace(u"FID"_s, freelancer).replace(u"ME"_s, u.objectId);
         body.replace("\"ME\"", '"' + u.objectId.toUtf8() + '"').replace("/users/ME", "/users/" + u.objectId.toUtf8());
-        QNetworkRequest request(QUrl(backend().serverUrl().toString() + path, QUrl::TolerantMode));
-        request.setRawHeader("X-Parse-Application-Id", backend().applicationId().toUtf8());
-        request.setRawHeader("X-Parse-Client-Key", backend().clientKey().toUtf8());
-        request.setRawHeader("X-Parse-Session-Token", u.sessionToken.toUtf8());
-        request.setHeader(QNetworkRequest::ContentTypeHeader, "application/json");
-        const TestBackend::Reply r = TestBackend::exchange(request, method, body);
+        const TestBackend::Reply r = rawRequest(backend(), method, path.toUtf8(), body, u.sessionToken);
         QVERIFY2(r.status >= 400 && r.status < 500, qPrintable(QString::number(r.status) + u' ' + QString::fromUtf8(r.raw)));
         QVERIFY2(!r.body.object().value(u"error"_s).toString().isEmpty(), r.raw.constData());
         QVERIFY(healthy());
