@@ -112,7 +112,8 @@ private Q_SLOTS:
         // Every backend sign-in records the user name and copies the device token. The backend
         // itself refuses an account that is not authorised; the app's own refusals keep the session.
         const bool refusedByBackend = outcome == kNotAuthorised;
-        QCOMPARE(f().defaults().stringForKey(QStringLiteral("username")), refusedByBackend ? QString() : account.username);
+        QCOMPARE(f().defaults().stringForKey(QStringLiteral("username")),
+                 refusedByBackend ? QString() : account.username);
         QCOMPARE(bool(PFUser::currentUser()), !refusedByBackend);
         QTRY_COMPARE(TestBackend::instance()
                          .request("GET", QStringLiteral("/users/") + account.objectId, {}, true)

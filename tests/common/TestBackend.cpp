@@ -9,8 +9,8 @@
 
 const TestBackend &TestBackend::instance()
 {
-    static const TestBackend backend(qEnvironmentVariable("VANTREL_TEST_BACKEND_STATE",
-                                                         QStringLiteral(VANTREL_TEST_BACKEND_STATE)));
+    static const TestBackend backend(
+        qEnvironmentVariable("VANTREL_TEST_BACKEND_STATE", QStringLiteral(VANTREL_TEST_BACKEND_STATE)));
     return backend;
 }
 

@@ -34,6 +34,8 @@ public:
         int status = 0; // HTTP status, 0 when no reply arrived
         QJsonDocument body;
         QByteArray raw;
+        // A text key of the reply's object.
+        [[nodiscard]] QString text(const QString &key) const { return body.object().value(key).toString(); }
     };
 
     using Header = QPair<QByteArray, QByteArray>;

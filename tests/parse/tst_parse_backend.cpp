@@ -283,10 +283,10 @@ private Q_SLOTS:
         const PFUserPtr user = signUp();
         QVERIFY(user);
         // The one notice a new account may send: the request to delete it, to the administrator.
-        const QString body = u"There is a new request from Ana  to delete their profile.  Be sure to delete the user "
-                             u"and freelancer objects. \n\nPlease delete any messages where to & from user == %1\n\n"
-                             u"The user's email address they used to register was %2"_s.arg(user->objectId(),
-                                                                                         user->username());
+        const QString body =
+            u"There is a new request from Ana  to delete their profile.  Be sure to delete the user "
+            u"and freelancer objects. \n\nPlease delete any messages where to & from user == %1\n\n"
+            u"The user's email address they used to register was %2"_s.arg(user->objectId(), user->username());
         const QVariantMap parameters{{u"toEmail"_s, u"editor@example.test"_s},
                                      {u"subject"_s, u"Delete Freelancer Profile - Vantrel Message"_s},
                                      {u"body"_s, body}};

@@ -2,8 +2,8 @@
 
 #include <QHostAddress>
 #include <QJsonArray>
-#include <QTcpSocket>
 #include <QJsonDocument>
+#include <QTcpSocket>
 #include <QUrlQuery>
 #include <QUuid>
 
@@ -47,9 +47,9 @@ TestBackend::Reply rawRequest(const TestBackend &backend, const QByteArray &meth
     socket.connectToHost(QHostAddress::LocalHost, quint16(backend.serverUrl().port()));
     if (!socket.waitForConnected(5000))
         return {};
-    socket.write(method + ' ' + target + " HTTP/1.0\r\nHost: 127.0.0.1\r\n" +
-                 "X-Parse-Application-Id: " + backend.applicationId().toUtf8() + "\r\nX-Parse-Client-Key: " +
-                 backend.clientKey().toUtf8() + "\r\nX-Parse-Session-Token: " + sessionToken.toUtf8() +
+    socket.write(method + ' ' + target + " HTTP/1.0\r\nHost: 127.0.0.1\r\n" + "X-Parse-Application-Id: " +
+                 backend.applicationId().toUtf8() + "\r\nX-Parse-Client-Key: " + backend.clientKey().toUtf8() +
+                 "\r\nX-Parse-Session-Token: " + sessionToken.toUtf8() +
                  "\r\nContent-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) +
                  "\r\n\r\n" + body);
     QByteArray answer;

@@ -1,6 +1,6 @@
 // Signing in against the running backend: accounts the server refuses and whose sessions it
 // ends, the lockout after repeated failures by every route that checks a password, and sign-in
-// names in any letter case.
+// names (and password-reset requests) in any letter case.
 
 #include "BackendProbe.h"
 #include "TestBackend.h"
@@ -45,21 +45,24 @@ private Q_SLOTS:
     // forbidden, and a wrong password still gets the usual answer (nothing to learn there).
     void refusedAccounts_data()
     {
+        // clang-format off
         QTest::addColumn<bool>("byAdministrator");
         QTest::addColumn<QJsonObject>("flags");
         QTest::newRow("account holder asks for deletion")
             << false << QJsonObject{{u"isAuthorised"_s, false}, {u"shouldDeleteAccount"_s, true}};
         QTest::newRow("administrator withdraws the authorisation") << true << QJsonObject{{u"isAuthorised"_s, false}};
         QTest::newRow("administrator marks it for deletion") << true << QJsonObject{{u"shouldDeleteAccount"_s, true}};
+        // clang-format on
     }
     void refusedAccounts()
     {
         QFETCH(bool, byAdministrator);
         QFETCH(QJsonObject, flags);
         const TestBackend::User u = backend().signUpUser();
-        const QString remembered = logIn(u.username, u.password).body.object().value(u"sessionToken"_s).toString();
+        const QString remembered = logIn(u.username, u.password).text(u"sessionToken"_s);
         QVERIFY(!remembered.isEmpty());
-        QCOMPARE(backend().request("PUT", u"/users/"_s + u.objectId, flags, byAdministrator, u.sessionToken).status, 200);
+        QCOMPARE(backend().request("PUT", u"/users/"_s + u.objectId, flags, byAdministrator, u.sessionToken).status,
+                 200);
 
         for (const QString &session : {u.sessionToken, remembered})
             QCOMPARE(errorCode(backend().request("GET", u"/users/me"_s, {}, false, session)), kInvalidSessionToken);
@@ -72,6 +75,7 @@ private Q_SLOTS:
     // Five failed attempts lock the account for 15 minutes, whichever route they took.
     void lockout_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("route");
         QTest::addColumn<int>("failures");
         QTest::newRow("four failures leave it open") << "login" << 4;
@@ -79,6 +83,7 @@ private Q_SLOTS:
         QTest::newRow("in another letter case") << "other case" << 5;
         QTest::newRow("inside a batch") << "batch" << 5;
         QTest::newRow("password checks") << "verifyPassword" << 5;
+        // clang-format on
     }
     void lockout()
     {
@@ -99,7 +104,7 @@ private Q_SLOTS:
         const TestBackend::Reply r = logIn(u.username, u.password);
         QVERIFY2((r.status == 200) == (failures < 5), r.raw.constData());
         if (failures >= 5)
-            QVERIFY(r.body.object().value(u"error"_s).toString().contains(u"locked"_s));
+            QVERIFY(r.text(u"error"_s).contains(u"locked"_s));
     }
 
     // The address typed in another letter case finds the account, which keeps its name as
@@ -110,16 +115,24 @@ private Q_SLOTS:
         const QString typed = otherCase(u.username);
         const TestBackend::Reply r = logIn(typed, u.password);
         QCOMPARE(r.status, 200);
-        QCOMPARE(r.body.object().value(u"objectId"_s).toString(), u.objectId);
-        QCOMPARE(r.body.object().value(u"username"_s).toString(), u.username);
-        QCOMPARE(backend().request("GET", u"/login?username="_s + QString::fromUtf8(QUrl::toPercentEncoding(typed)) +
-                                              u"&password="_s + u.password).status,
+        QCOMPARE(r.text(u"objectId"_s), u.objectId);
+        QCOMPARE(r.text(u"username"_s), u.username);
+        QCOMPARE(backend()
+                     .request("GET", u"/login?username="_s + QString::fromUtf8(QUrl::toPercentEncoding(typed)) +
+                                         u"&password="_s + u.password)
+                     .status,
                  200);
         const TestBackend::Reply unknown = logIn(u"Nobody."_s + typed, u.password);
         QCOMPARE(unknown.raw, logIn(typed, u"Wr0ngPassword"_s).raw);
 
-        QCOMPARE(backend().request("POST", u"/requestPasswordReset"_s, {{u"email"_s, typed}}).status, 200);
+        // So does a password-reset request; an unknown address gets the same answer and no mail.
+        for (const QString &address : {typed, u"Nobody."_s + typed})
+            QCOMPARE(backend().request("POST", u"/requestPasswordReset"_s, {{u"email"_s, address}}).status, 200);
         QTRY_VERIFY(!TestBackend::readLines(backend().mailOutbox()).filter(u.username).isEmpty());
+        const QString mail = TestBackend::readLines(backend().mailOutbox()).filter(u.username).constLast();
+        QVERIFY2(mail.contains(backend().serverUrl().toString() + u"/apps/"_s) && mail.contains(u"token="_s),
+                 qPrintable(mail));
+        QVERIFY(TestBackend::readLines(backend().mailOutbox()).filter(u"Nobody."_s, Qt::CaseInsensitive).isEmpty());
     }
 };
 
