@@ -96,8 +96,10 @@ async function seedCatalogue(rest) {
   return byTitle;
 }
 
+// The account of an address typed in any letter case.
 async function findUserByEmail(rest, email) {
-  const users = await rest.find('_User', { $or: [{ email }, { username: email }] });
+  const exactly = { $regex: `^${email.replace(/[.*+?^${}()|[\]\\]/g, '\\$&')}$`, $options: 'i' };
+  const users = await rest.find('_User', { $or: [{ email: exactly }, { username: exactly }] });
   return users[0];
 }
 
