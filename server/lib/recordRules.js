@@ -5,14 +5,10 @@
 // here, so a client cannot forget or widen it.
 
 const { checkChangedValues } = require('./fieldRules');
-const { isNewsroom } = require('./userRules');
+const { isNewsroom, forbidden } = require('./userRules');
 const newsroom = require('./newsroom');
 
 const master = { useMasterKey: true };
-
-function forbidden(Parse, message) {
-  return new Parse.Error(Parse.Error.OPERATION_FORBIDDEN, message);
-}
 
 function pointerId(value) {
   return value && typeof value === 'object' ? value.id : undefined;

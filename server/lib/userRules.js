@@ -172,4 +172,4 @@ function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
   Parse.Cloud.beforeFind(Parse.User, (request) => limitReadableUsers(Parse, request));
 }
 
-module.exports = { register, userFlagRules, isNewsroom };
+module.exports = { register, userFlagRules, isNewsroom, forbidden };
