@@ -70,7 +70,7 @@ No display here, so Vantrel PRO runs on the virtual display $DISPLAY.
 To look at it, a VNC server listens on 127.0.0.1:$vnc_port (loopback only, nothing beyond this machine):
   from another machine:  ssh -L $vnc_port:127.0.0.1:$vnc_port <this machine>, then open a VNC viewer on localhost:$vnc_port
 A screenshot of the first screen is written to $run_dir/screenshot.png after a few seconds.
-Stop the app with Ctrl+C; the backend keeps running until: server/backend stop
+Stop the app with Ctrl+C; the backend keeps running until: server/backend stop --data $backend_data
 
 MSG
 fi

@@ -155,20 +155,19 @@ void AlertController::choose(AlertAction *action)
 
 bool AlertController::choosePreferred()
 {
-    AlertAction *preferred = preferredAction();
-    if (!preferred)
-        return false;
-    choose(preferred);
-    return true;
+    return chooseIfAny(preferredAction());
 }
 
 bool AlertController::cancel()
 {
-    AlertAction *leaving = escapeAction();
-    if (!leaving)
-        return false;
-    choose(leaving);
-    return true;
+    return chooseIfAny(escapeAction());
+}
+
+bool AlertController::chooseIfAny(AlertAction *action)
+{
+    if (action)
+        choose(action);
+    return action != nullptr;
 }
 
 } // namespace ui

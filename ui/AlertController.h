@@ -76,6 +76,7 @@ protected:
 private:
     friend class ViewController;
     static void setAlertOnScreen(AlertController *alert);
+    bool chooseIfAny(AlertAction *action);
 
     QString m_message;
     Style m_style;

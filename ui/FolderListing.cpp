@@ -77,7 +77,9 @@ bool FolderListing::setFolder(const QString &path)
         if (info.isDir() || accepts(info.fileName()))
             entries.append({info.fileName(), info.absoluteFilePath(), info.isDir(), info.size(), info.lastModified()});
     }
-    QCollator collator;
+    // The C locale compares plain code points: natural order needs a language.
+    const QLocale locale = QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale();
+    QCollator collator(locale);
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(entries.begin(), entries.end(), [&collator](const Entry &a, const Entry &b) {

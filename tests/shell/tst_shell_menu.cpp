@@ -39,16 +39,6 @@ public:
     }
 };
 
-// Chooses the alert's button with this title and lets the dismissal finish.
-void choose(ui::AlertController *alert, const QString &title)
-{
-    for (ui::AlertAction *action : alert->actions()) {
-        if (action->title() == title)
-            alert->choose(action);
-    }
-    QTRY_VERIFY(!ui::AlertController::alertOnScreen());
-}
-
 void sendMessage(const TestBackend::User &from, const TestBackend::User &to, bool read)
 {
     const QJsonObject message{{QStringLiteral("from"), BackendProbe::userPointer(from.objectId)},
@@ -191,10 +181,8 @@ private Q_SLOTS:
         m_opener.browser = false;
         menu.tableViewDidSelectRowAtIndexPath(MenuController::kContactRow);
         ui::AlertController *alert = ui::AlertController::alertOnScreen();
-        QVERIFY(alert);
-        QCOMPARE(alert->title(), QStringLiteral("No Browser"));
-        QVERIFY(alert->message().endsWith(m_opener.opened.first().toString()));
-        choose(alert, QStringLiteral("Copy Address"));
+        QVERIFY(alert && alert->message().endsWith(m_opener.opened.first().toString()));
+        QVERIFY(alert->choosePreferred()); // "Copy Address"
         QTRY_COMPARE(QGuiApplication::clipboard()->text(), m_opener.opened.first().toString());
         m_opener.browser = true;
 
@@ -204,9 +192,7 @@ private Q_SLOTS:
         lost.tableViewDidSelectRowAtIndexPath(MenuController::kContactRow);
         QCOMPARE(m_opener.opened.size(), 2);
         alert = ui::AlertController::alertOnScreen();
-        QVERIFY(alert);
-        QCOMPARE(alert->title(), QStringLiteral("Sorry"));
-        choose(alert, QStringLiteral("Ok"));
+        QVERIFY(alert && alert->title() == QStringLiteral("Sorry") && alert->cancel());
         QCOMPARE(log.lines(), QStringList(2, QStringLiteral("Something has gone wrong.")));
     }
 
