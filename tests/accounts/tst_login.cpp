@@ -178,7 +178,6 @@ private Q_SLOTS:
         QCOMPARE(login->loadingSpinner()->actInd()->caption(), QStringLiteral("Signing in\u2026"));
         login->passwordTextField()->userPressedReturn();
         login->loginButton()->click();
-        login->loginButton_Click();
         QTRY_COMPARE_WITH_TIMEOUT(f().presentedIdentifier(), QStringLiteral("menu"), 20000);
         QCOMPARE(AccountsFixture::sessionsOf(account.objectId).size(), sessionsBefore + 1);
     }

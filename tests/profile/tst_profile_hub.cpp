@@ -570,8 +570,6 @@ private Q_SLOTS:
 
         hub->deleteProfileButton()->click();
         alert = ProfileFixture::expectAlert(QStringLiteral("Warning"), kDeletionWarning, buttons);
-        QCOMPARE(alert->preferredAction()->title(), QStringLiteral("cancel")); // what Return chooses
-        QCOMPARE(alert->escapeAction()->title(), QStringLiteral("cancel"));
         QList<bool> interaction; // the screen takes nothing while the request is saved
         connect(hub->view(), &ui::View::userInteractionEnabledChanged, this,
                 [&interaction, hub] { interaction << hub->view()->isUserInteractionEnabled(); });
