@@ -29,6 +29,7 @@ public:
     [[nodiscard]] ui::TextField *confirmPasswordTextField() const { return m_confirmPasswordTextField; }
     [[nodiscard]] ui::Label *passwordErrorLabel() const { return m_passwordErrorLabel; }
     [[nodiscard]] ui::Button *passwordInfoButton() const { return m_passwordInfoButton; }
+    [[nodiscard]] ui::TextInput *initialFirstResponder() const override { return m_passwordTextField; }
 
 public Q_SLOTS:
     void passwordInfoButton_Click();

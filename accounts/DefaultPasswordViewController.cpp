@@ -67,11 +67,13 @@ void DefaultPasswordViewController::changePassword()
     const QString workEmail = user->workEmail();
     if (workEmail.isEmpty())
         qFatal("A user changing the password has no work e-mail address");
+    // Under the name the sign-in saved ("username"), where the fingerprint sign-in reads it.
     const AccountServices &services = AccountServices::current();
-    std::optional<KeychainPasswordItem::KeychainError> keychainError;
-    if (!services.passwordItem(workEmail).savePassword(password, &keychainError))
-        qFatal("%s", qPrintable(QStringLiteral("Error updating keychain - ") + keychainError->localizedDescription()));
     UserDefaults *defaults = services.userDefaults ? services.userDefaults : UserDefaults::standardUserDefaults();
+    const QString account = defaults->stringForKey(QStringLiteral("username"));
+    std::optional<KeychainPasswordItem::KeychainError> keychainError;
+    if (!services.passwordItem(account).savePassword(password, &keychainError))
+        qFatal("%s", qPrintable(QStringLiteral("Error updating keychain - ") + keychainError->localizedDescription()));
     defaults->setBool(true, QStringLiteral("hasLoginKey"));
 
     QPointer<DefaultPasswordViewController> self(this);

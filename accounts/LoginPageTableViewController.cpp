@@ -37,6 +37,8 @@ LoginPageTableViewController::LoginPageTableViewController(QObject *parent)
       m_loadingSpinner(new ActivitySpinner(this)),
       m_touchID(new BiometricIDAuth(AccountServices::current().biometrics, this))
 {
+    // One sign-in at a time: these take no presses while one runs.
+    m_loadingSpinner->holdWhileSpinning({m_loginButton, m_loginWithBiometricsButton, m_registerButton});
     m_userNameTextField->setPlaceholder(QStringLiteral("Email address"));
     m_userNameTextField->setKeyboardType(ui::TextInput::KeyboardType::EmailAddress);
     m_passwordTextField->setPlaceholder(QStringLiteral("Password"));
@@ -153,14 +155,23 @@ void LoginPageTableViewController::prefill()
 
 void LoginPageTableViewController::loginButton_Click()
 {
-    m_loadingSpinner->show(view());
+    if (m_loadingSpinner->isSpinning())
+        return;
+    showSpinner();
     passwordLogin();
 }
 
 void LoginPageTableViewController::loginWithBiometricsButton_Click()
 {
-    m_loadingSpinner->show(view());
+    if (m_loadingSpinner->isSpinning())
+        return;
+    showSpinner();
     biometricLogin();
+}
+
+void LoginPageTableViewController::showSpinner()
+{
+    m_loadingSpinner->show(view(), QStringLiteral("Signing in\u2026"));
 }
 
 void LoginPageTableViewController::rememberMeSwitch_valueChanged(bool on)
@@ -213,8 +224,11 @@ void LoginPageTableViewController::doneButtonAction()
 
 bool LoginPageTableViewController::textFieldShouldReturn(ui::TextField *textField)
 {
-    if (textField && textField->tag() == kPasswordFieldTag)
+    // Return signs in as the button does, with the spinner, and not while a sign-in runs.
+    if (textField && textField->tag() == kPasswordFieldTag && !m_loadingSpinner->isSpinning()) {
+        showSpinner();
         passwordLogin();
+    }
     return true;
 }
 
@@ -273,6 +287,7 @@ void LoginPageTableViewController::biometricLogin()
 
 void LoginPageTableViewController::logIn(const QString &username, const QString &password)
 {
+    m_signInName = username;
     QPointer<LoginPageTableViewController> self(this);
     PFUser::logInWithUsernameInBackground(username, password,
                                           [self, password](const PFUserPtr &user, const PFError *error) {
@@ -311,8 +326,10 @@ void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const P
     defaults()->setObject(m_userNameTextField->text(), kUsername);
 
     const auto current = std::dynamic_pointer_cast<User>(PFUser::currentUser());
-    if (!current)
+    if (!current) {
+        stopSpinner();
         return;
+    }
 
     const QVariant deviceToken = defaults()->objectForKey(kDeviceToken);
     if (deviceToken.typeId() == QMetaType::QString) {
@@ -345,8 +362,10 @@ void LoginPageTableViewController::loginCompleted(const PFUserPtr &user, const P
     const QString workEmail = current->workEmail();
     if (workEmail.isEmpty())
         qFatal("An accepted user has no work e-mail address");
+    // Saved under the name the user signs in with, which is where the next prefill and
+    // fingerprint sign-in read it (the profile's e-mail address may differ from it).
     std::optional<KeychainPasswordItem::KeychainError> keychainError;
-    if (!AccountServices::current().passwordItem(workEmail).savePassword(password, &keychainError))
+    if (!AccountServices::current().passwordItem(m_signInName).savePassword(password, &keychainError))
         qFatal("%s", qPrintable(QStringLiteral("Error updating keychain - ") + keychainError->localizedDescription()));
     defaults()->setBool(true, kHasLoginKey);
     presentFullScreen(QStringLiteral("Menu"), QStringLiteral("menu"));

@@ -53,6 +53,7 @@ public:
     [[nodiscard]] BiometricIDAuth *touchID() const { return m_touchID; }
     [[nodiscard]] bool isBiometricPromptVisible() const { return m_biometricPromptVisible; }
     [[nodiscard]] QString biometricPromptReason() const { return m_biometricPromptReason; }
+    [[nodiscard]] ui::TextInput *initialFirstResponder() const override { return m_userNameTextField; }
 
 public Q_SLOTS:
     void loginButton_Click();
@@ -80,6 +81,7 @@ private:
     void biometricLogin();
     void logIn(const QString &username, const QString &password);
     void loginCompleted(const PFUserPtr &user, const PFError *error, const QString &password);
+    void showSpinner();
     void stopSpinner();
     void showAlert(const QString &title, const QString &message, const QString &button);
     void showSavedPasswordFailure();
@@ -98,4 +100,6 @@ private:
     BiometricIDAuth *m_touchID;
     bool m_biometricPromptVisible = false;
     QString m_biometricPromptReason;
+    // The user name of the running sign-in: the saved password's account.
+    QString m_signInName;
 };

@@ -26,6 +26,7 @@ PasswordChangeTableViewController::PasswordChangeTableViewController(QObject *pa
     m_cancelButton->setTitle(QStringLiteral("Cancel"));
     connect(m_saveButton, &ui::Button::clicked, this, &PasswordChangeTableViewController::saveButton_Click);
     connect(m_cancelButton, &ui::Button::clicked, this, &PasswordChangeTableViewController::cancelButton_Click);
+    m_loadingSpinner->holdWhileSpinning({m_saveButton});
 }
 
 void PasswordChangeTableViewController::viewDidLoad()
@@ -51,7 +52,9 @@ void PasswordChangeTableViewController::viewDidLoad()
 
 void PasswordChangeTableViewController::saveButton_Click()
 {
-    m_loadingSpinner->show(view());
+    if (m_loadingSpinner->isSpinning())
+        return;
+    m_loadingSpinner->show(view(), QStringLiteral("Saving\u2026"));
     const QString password = m_newPasswordTextField->text();
     if (password.isEmpty() || password != m_confirmPasswordTextField->text()) {
         OneButtonAlert::show(this, QStringLiteral("Error"),
@@ -61,8 +64,10 @@ void PasswordChangeTableViewController::saveButton_Click()
         return;
     }
     const auto user = std::dynamic_pointer_cast<User>(PFUser::currentUser());
-    if (!user)
+    if (!user) {
+        m_loadingSpinner->actInd()->stopAnimating();
         return;
+    }
     user->setPassword(password);
     QPointer<PasswordChangeTableViewController> self(this);
     user->saveInBackgroundWithBlock([self](bool succeeded, const PFError *error) {

@@ -23,6 +23,7 @@ public:
     explicit PasswordChangeTableViewController(QObject *parent = nullptr);
 
     [[nodiscard]] ui::TextField *newPasswordTextField() const { return m_newPasswordTextField; }
+    [[nodiscard]] ui::TextInput *initialFirstResponder() const override { return m_newPasswordTextField; }
     [[nodiscard]] ui::TextField *confirmPasswordTextField() const { return m_confirmPasswordTextField; }
     [[nodiscard]] ui::Button *saveButton() const { return m_saveButton; }
     [[nodiscard]] ui::Button *cancelButton() const { return m_cancelButton; }

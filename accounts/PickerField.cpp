@@ -56,6 +56,8 @@ void PickerField::editingBegan()
                 self->cancelled();
         },
         m_owner);
+    if (!m_sheet) // refused: an alert is on screen
+        cancelled();
 }
 
 void PickerField::chosen(int index)
@@ -75,6 +77,9 @@ void PickerField::chosen(int index)
 void PickerField::cancelled()
 {
     m_sheet = nullptr;
-    if (m_field)
-        m_field->resignFirstResponder();
+    if (!m_field)
+        return;
+    // Back to what the field held before: only an empty field opens the picker.
+    m_field->setText({});
+    m_field->resignFirstResponder();
 }

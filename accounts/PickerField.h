@@ -15,9 +15,9 @@
 // When editing of the field begins and the field is EMPTY, the field is first filled with the
 // first row's value, then a picker sheet opens on the owner screen with the title, the rows and
 // that first row selected. Done writes the chosen row's value into the field, resigns the field
-// and ends editing of the whole screen (whichever input holds focus resigns); Cancel keeps the
-// prefilled value and resigns the field. A field that already holds text opens no picker, so the
-// text typed or chosen earlier is left alone.
+// and ends editing of the whole screen (whichever input holds focus resigns); Cancel (or a picker
+// refused because an alert shows) empties the field again, as it was, and resigns it. A field
+// that already holds text opens no picker, so the text typed or chosen earlier is left alone.
 //
 // A row's value is what the field receives: the row itself, or, for dialling codes, the code
 // alone (setDialCodes). The picker rows can be replaced at any time (e.g. after a late load);

@@ -17,6 +17,7 @@
 #include "SkillLists.h"
 #include "Storyboard.h"
 #include "Toolbar.h"
+#include "LinkOpener.h"
 #include "UrlOpener.h"
 #include "User.h"
 
@@ -200,8 +201,7 @@ void RegistrationTableViewController::categoriesLoaded(const QList<PFObjectPtr> 
 void RegistrationTableViewController::termsButton_Click()
 {
     UrlOpener *opener = m_settings.urlOpener ? m_settings.urlOpener : UrlOpener::shared();
-    if (!m_settings.termsPage.isValid() || !opener->openURL(m_settings.termsPage))
-        qCWarning(lcAccounts) << "The terms page could not be opened:" << m_settings.termsPage;
+    LinkOpener::open(m_settings.termsPage, *opener, this);
 }
 
 void RegistrationTableViewController::termsSwitch_ValueChange(bool on)
@@ -273,11 +273,13 @@ bool RegistrationTableViewController::formIsValid() const
 
 void RegistrationTableViewController::submitButton_Click()
 {
+    if (m_loadingSpinner->isSpinning())
+        return;
     if (!formIsValid()) {
         showAlert(QStringLiteral("Sorry"), kFormNotValid, kOk);
         return;
     }
-    m_loadingSpinner->show(view());
+    m_loadingSpinner->show(view(), QStringLiteral("Registering\u2026"));
     m_submitButton->setEnabled(false);
 
     // The account is made already (its record failed): only the record is tried again.

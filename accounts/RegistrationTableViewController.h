@@ -76,6 +76,8 @@ public:
 
     [[nodiscard]] ui::TextField *roleTextField() const { return m_roleTextField; }
     [[nodiscard]] ui::TextField *firstNameTextField() const { return m_firstNameTextField; }
+    // The first field that takes typing (the role above it opens a picker).
+    [[nodiscard]] ui::TextInput *initialFirstResponder() const override { return m_firstNameTextField; }
     [[nodiscard]] ui::TextField *lastNameTextField() const { return m_lastNameTextField; }
     [[nodiscard]] ui::TextField *emailAddressTextField() const { return m_emailAddressTextField; }
     [[nodiscard]] ui::TextField *passwordTextField() const { return m_passwordTextField; }

@@ -51,6 +51,9 @@ MasterProfileViewController::MasterProfileViewController(QObject *parent)
     connect(m_deleteProfileButton, &ui::Button::clicked, this, &MasterProfileViewController::deleteProfileButton_Click);
     navigationItem()->setLeftBarButtonItem(m_menuButton);
     navigationItem()->setRightBarButtonItem(m_editButton);
+    // Nothing can be edited or saved before the records have come, nor saved twice at once.
+    m_loadingSpinner->holdWhileSpinning({m_editButton, m_saveButton});
+    updateSaveButtons();
 }
 
 MasterProfileViewController::~MasterProfileViewController() = default;
@@ -78,7 +81,9 @@ void MasterProfileViewController::load(const std::shared_ptr<User> &user)
     if (m_profileTable)
         m_profileTable->showUser(*user);
     m_pendingLoads = 2;
+    m_loadFailure.clear();
     Q_EMIT loadingChanged();
+    updateSaveButtons();
 
     QPointer<MasterProfileViewController> self(this);
     freelancerQuery(user).findObjectsInBackgroundWithBlock(
@@ -90,17 +95,22 @@ void MasterProfileViewController::load(const std::shared_ptr<User> &user)
             else if (objects.isEmpty())
                 qCWarning(lcProfile) << "the signed-in user has no freelancer record";
             self->m_freelancer = objects.isEmpty() ? nullptr : std::dynamic_pointer_cast<Freelancer>(objects.first());
-            // The form keeps what was typed if editing began before the record came.
-            if (self->m_freelancer && self->m_profileTable && !self->m_profileTable->isTableEditing())
+            if (self->m_freelancer && self->m_profileTable)
                 self->m_profileTable->showFreelancer(*self->m_freelancer);
+            if (!self->m_freelancer && self->m_loadFailure.isEmpty())
+                self->m_loadFailure = error ? error->localizedDescription()
+                                            : QStringLiteral("No profile record belongs to this account.");
             self->finishLoad();
         });
     FreelanceCategory::query().findObjectsInBackgroundWithBlock(
         [self](const QList<PFObjectPtr> &objects, const PFError *error) {
             if (!self)
                 return;
-            if (error)
+            if (error) {
                 qCWarning(lcProfile) << "the roles could not be loaded:" << error->localizedDescription();
+                if (self->m_loadFailure.isEmpty())
+                    self->m_loadFailure = error->localizedDescription();
+            }
             self->m_categories.clear();
             for (const PFObjectPtr &object : objects) {
                 if (auto category = std::dynamic_pointer_cast<FreelanceCategory>(object))
@@ -112,32 +122,79 @@ void MasterProfileViewController::load(const std::shared_ptr<User> &user)
 
 void MasterProfileViewController::finishLoad()
 {
-    if (m_pendingLoads > 0 && --m_pendingLoads == 0)
-        Q_EMIT loadingChanged();
+    if (m_pendingLoads == 0 || --m_pendingLoads > 0)
+        return;
+    Q_EMIT loadingChanged();
+    updateSaveButtons();
+    if (!canSave())
+        offerToLoadAgain();
+}
+
+bool MasterProfileViewController::canSave() const
+{
+    return m_pendingLoads == 0 && m_freelancer && !m_categories.isEmpty();
+}
+
+void MasterProfileViewController::updateSaveButtons()
+{
+    const bool enabled = canSave() && !m_loadingSpinner->isSpinning();
+    m_editButton->setEnabled(enabled);
+    m_saveButton->setEnabled(enabled);
+}
+
+void MasterProfileViewController::offerToLoadAgain()
+{
+    qCWarning(lcProfile) << "the profile cannot be edited:" << m_loadFailure;
+    auto *alert = ui::AlertController::alertControllerWithTitle(
+        QStringLiteral("Error"),
+        QStringLiteral("Your profile could not be loaded, so it cannot be changed at the moment.\n\n") +
+            m_loadFailure,
+        ui::AlertController::Style::Alert);
+    QPointer<MasterProfileViewController> self(this);
+    alert->addAction(ui::AlertAction::actionWithTitle(QStringLiteral("Try Again"), ui::AlertAction::Style::Default,
+                                                      [self](ui::AlertAction *) {
+                                                          if (const std::shared_ptr<User> user = signedInUser();
+                                                              self && user)
+                                                              self->load(user);
+                                                      }));
+    alert->addAction(ui::AlertAction::actionWithTitle(QStringLiteral("Cancel"), ui::AlertAction::Style::Cancel));
+    presentViewController(alert, true);
+    if (!alert->parent())
+        delete alert;
 }
 
 void MasterProfileViewController::setEditing(bool editing)
 {
-    if (m_profileTable)
+    if (m_profileTable) {
         m_profileTable->setTableEditing(editing);
+        if (editing)
+            m_profileTable->firstNameTextField()->becomeFirstResponder();
+    }
     m_editButton->setTitle(editing ? QStringLiteral("SAVE") : QStringLiteral("EDIT"));
 }
 
 void MasterProfileViewController::editButton_Click()
 {
-    setEditing(!(m_profileTable && m_profileTable->isTableEditing()));
+    // While editing the button reads "SAVE", and saves.
+    if (m_profileTable && m_profileTable->isTableEditing())
+        saveButton_Click();
+    else
+        setEditing(true);
 }
 
 void MasterProfileViewController::saveButton_Click()
 {
-    m_loadingSpinner->show(view());
+    if (m_loadingSpinner->isSpinning())
+        return;
+    m_loadingSpinner->show(view(), QStringLiteral("Saving\u2026"));
     if (!m_profileTable || !m_profileTable->isTableEditing()) {
         OneButtonAlert::show(this, QStringLiteral("Admin"),
                              QStringLiteral("There are no changes to save at this moment"), QStringLiteral("Ok"));
         stopSpinner();
         return;
     }
-    if (!m_profileTable->isFormValid()) {
+    const auto category = RoleChange::categoryForRole(m_categories, m_profileTable->roleTextField()->text());
+    if (!m_profileTable->isFormValid() || !category) {
         // clang-format off
         OneButtonAlert::show(this, QStringLiteral("Admin"), QStringLiteral("Please check the form as one or more of its contents are not valid.  We require each field to be populated and a valid email address.  The details HAVE NOT Saved."), QStringLiteral("Ok"));
         // clang-format on
@@ -145,33 +202,52 @@ void MasterProfileViewController::saveButton_Click()
         return;
     }
     const std::shared_ptr<User> user = signedInUser();
-    if (!user) {
-        qCWarning(lcProfile) << "nobody is signed in; nothing was saved";
+    if (!user || !m_freelancer) {
+        qCWarning(lcProfile) << "nobody is signed in, or the profile record has not come; nothing was saved";
         stopSpinner();
         return;
     }
     writeUserKeys(*user);
-    writeFreelancer();
-    setPhoto(*user);
+    RoleChange::apply(*m_freelancer, category);
+    m_freelancer->setIsWhatsApp(m_profileTable->whatsAppSwitch()->isOn());
+    // An unchanged photo stays as it is stored: no second encoding, no new file.
+    const bool photoChanged = m_profileTable->hasPhotoChanged();
+    if (photoChanged)
+        setPhoto(*user);
 
+    // Both records must be saved before the screen says so.
     QPointer<MasterProfileViewController> self(this);
-    user->saveInBackgroundWithBlock([self](bool succeeded, const PFError *error) {
-        if (!self)
-            return;
-        if (succeeded) {
-            OneButtonAlert::show(self, QStringLiteral("Success"), QStringLiteral("Changes Saved"),
-                                 QStringLiteral("Ok"));
-        } else {
-            const QString reason = error ? error->localizedDescription() : QString();
-            qCWarning(lcProfile) << "the profile was not saved:" << reason;
-            OneButtonAlert::show(self, QStringLiteral("Error"),
-                                 QStringLiteral("Sorry it appears something has gone wrong\n\n") + reason,
-                                 QStringLiteral("Ok"));
+    auto outcome = std::make_shared<SaveOutcome>();
+    const auto finished = [self, outcome, photoChanged](const QString &record, bool succeeded, const PFError *error) {
+        if (!succeeded && outcome->failure.isNull()) {
+            outcome->failure = error ? error->localizedDescription() : QStringLiteral("The server did not answer.");
+            qCWarning(lcProfile).noquote() << "the" << record << "was not saved:" << outcome->failure;
         }
-        self->stopSpinner();
-        Q_EMIT self->saveFinished(succeeded);
-    });
+        if (--outcome->pending > 0 || !self)
+            return;
+        self->saveFinishedWith(outcome->failure, photoChanged);
+    };
+    m_freelancer->saveInBackgroundWithBlock(
+        [finished](bool succeeded, const PFError *error) { finished(QStringLiteral("profile record"), succeeded, error); });
+    user->saveInBackgroundWithBlock(
+        [finished](bool succeeded, const PFError *error) { finished(QStringLiteral("contact details"), succeeded, error); });
     setEditing(false);
+}
+
+void MasterProfileViewController::saveFinishedWith(const QString &failure, bool photoChanged)
+{
+    const bool succeeded = failure.isNull();
+    if (succeeded) {
+        if (photoChanged && m_profileTable)
+            m_profileTable->setHasPhotoChanged(false);
+        OneButtonAlert::show(this, QStringLiteral("Success"), QStringLiteral("Changes Saved"), QStringLiteral("Ok"));
+    } else {
+        OneButtonAlert::show(this, QStringLiteral("Error"),
+                             QStringLiteral("Sorry it appears something has gone wrong\n\n") + failure,
+                             QStringLiteral("Ok"));
+    }
+    stopSpinner();
+    Q_EMIT saveFinished(succeeded);
 }
 
 void MasterProfileViewController::writeUserKeys(User &user) const
@@ -184,18 +260,6 @@ void MasterProfileViewController::writeUserKeys(User &user) const
     user.setMobileCountryCode(m_profileTable->countryCodeTextField()->text());
     user.setOfficeTelephoneNumber(m_profileTable->workTelephoneNumberTextField()->text());
     user.setOfficeCountryCode(m_profileTable->workCountryCodeTextField()->text());
-}
-
-void MasterProfileViewController::writeFreelancer()
-{
-    if (!m_freelancer) {
-        qCWarning(lcProfile) << "no freelancer record: the role and the messaging flag were not saved";
-        return;
-    }
-    const auto category = RoleChange::categoryForRole(m_categories, m_profileTable->roleTextField()->text());
-    RoleChange::apply(*m_freelancer, category);
-    m_freelancer->setIsWhatsApp(m_profileTable->whatsAppSwitch()->isOn());
-    m_freelancer->saveInBackground();
 }
 
 void MasterProfileViewController::setPhoto(User &user) const
@@ -293,18 +357,27 @@ void MasterProfileViewController::requestDeletion()
                                               qCInfo(lcProfile) << "the deletion notice was sent:" << result.toString();
                                       });
 
+    // The screen takes nothing else until the request is saved.
+    view()->setUserInteractionEnabled(false);
+    m_loadingSpinner->show(view());
     QPointer<MasterProfileViewController> self(this);
-    PFError error(PFError::OtherCause, {});
-    if (!user->save(&error)) {
-        qCWarning(lcProfile) << "the deletion request was not saved:" << error.localizedDescription();
-        return;
-    }
-    PFUser::logOut();
-    if (self)
+    user->saveInBackgroundWithBlock([self](bool succeeded, const PFError *error) {
+        if (!self)
+            return;
+        self->stopSpinner();
+        self->view()->setUserInteractionEnabled(true);
+        if (!succeeded) {
+            qCWarning(lcProfile) << "the deletion request was not saved:"
+                                 << (error ? error->localizedDescription() : QString());
+            return;
+        }
+        PFUser::logOut();
         self->presentFullScreen(QStringLiteral("Registration"), QStringLiteral("login"));
+    });
 }
 
 void MasterProfileViewController::stopSpinner()
 {
     m_loadingSpinner->actInd()->stopAnimating();
+    updateSaveButtons();
 }

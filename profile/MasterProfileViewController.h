@@ -69,11 +69,21 @@ protected:
     void viewWillDisappear(bool animated) override;
 
 private:
+    // How one save of both records ends: the first failure, if any.
+    struct SaveOutcome {
+        int pending = 2;
+        QString failure;
+    };
+
     void load(const std::shared_ptr<User> &user);
     void finishLoad();
+    // Saving needs the freelancer record and the roles.
+    [[nodiscard]] bool canSave() const;
+    void updateSaveButtons();
+    void offerToLoadAgain();
     void setEditing(bool editing);
     void writeUserKeys(User &user) const;
-    void writeFreelancer();
+    void saveFinishedWith(const QString &failure, bool photoChanged);
     void setPhoto(User &user) const;
     void revealToggle();
     void requestDeletion();
@@ -89,4 +99,5 @@ private:
     QList<std::shared_ptr<FreelanceCategory>> m_categories;
     std::shared_ptr<Freelancer> m_freelancer;
     int m_pendingLoads = 0;
+    QString m_loadFailure;
 };

@@ -8,6 +8,7 @@
 #include "PFError.h"
 #include "PFFileObject.h"
 #include "PickerField.h"
+#include "PictureChooser.h"
 #include "ProfileLogging.h"
 #include "ProfilePhotoReader.h"
 #include "SkillLists.h"
@@ -26,7 +27,7 @@ ui::TextField *makeField(const char *name, const QString &placeholder, QObject *
 
 } // namespace
 
-ProfileTableViewController::ProfileTableViewController(QObject *parent)
+ProfileTableViewController::ProfileTableViewController(PictureChooser *pictureChooser, QObject *parent)
     : ui::TableViewController(parent),
       m_firstNameTextField(makeField("firstNameTextField", QStringLiteral("First name"), this)),
       m_lastNameTextField(makeField("lastNameTextField", QStringLiteral("Last name"), this)),
@@ -44,7 +45,8 @@ ProfileTableViewController::ProfileTableViewController(QObject *parent)
       m_rolePicker(new PickerField(m_roleTextField, this, QStringLiteral("Role"), this)),
       m_countryCodePicker(new PickerField(m_countryCodeTextField, this, QStringLiteral("Country Code"), this)),
       m_workCountryCodePicker(
-          new PickerField(m_workCountryCodeTextField, this, QStringLiteral("Work Country Code"), this))
+          new PickerField(m_workCountryCodeTextField, this, QStringLiteral("Work Country Code"), this)),
+      m_pictureChooser(pictureChooser ? pictureChooser : new PictureChooser(nullptr, this))
 {
     m_rolePicker->setRows(SkillLists::roles());
     const QList<CountryCode> countryCodes = DialCodes::withPlaceholder(DialCodes::load());
@@ -68,7 +70,7 @@ ProfileTableViewController::ProfileTableViewController(QObject *parent)
     }
     m_profilePictureView->setCornerRadius(8);
     m_choosePhotoButton->setTitle(QStringLiteral("Choose Photo"));
-    connect(m_choosePhotoButton, &ui::Button::clicked, this, &ProfileTableViewController::photoPickerRequested);
+    connect(m_choosePhotoButton, &ui::Button::clicked, this, &ProfileTableViewController::choosePhotoButton_Click);
     setTableEditing(false);
 }
 
@@ -169,6 +171,15 @@ void ProfileTableViewController::textFieldDidEndEditing(ui::TextField *textField
 {
     if (textField == m_emailAddressTextField)
         EmailAddressRule::alertIfInvalid(this, textField->text());
+}
+
+void ProfileTableViewController::choosePhotoButton_Click()
+{
+    QPointer<ProfileTableViewController> self(this);
+    m_pictureChooser->choose(this, [self](const QUrl &file) {
+        if (self)
+            self->photoPicked(file);
+    });
 }
 
 void ProfileTableViewController::photoPicked(const QUrl &file)

@@ -10,6 +10,7 @@
 
 class Freelancer;
 class PickerField;
+class PictureChooser;
 class User;
 
 // The contact details of the profile, embedded in the profile hub: names, position, e-mail,
@@ -40,7 +41,8 @@ public:
     // longer text (pasted, or set by code) makes the form invalid.
     static constexpr int kMaximumTextLength = 200;
 
-    explicit ProfileTableViewController(QObject *parent = nullptr);
+    // Photos are picked with the chooser given (without one, the desktop's: see PictureChooser).
+    explicit ProfileTableViewController(PictureChooser *pictureChooser = nullptr, QObject *parent = nullptr);
 
     [[nodiscard]] ui::TextField *firstNameTextField() const { return m_firstNameTextField; }
     [[nodiscard]] ui::TextField *lastNameTextField() const { return m_lastNameTextField; }
@@ -79,6 +81,8 @@ public:
     [[nodiscard]] QList<ui::TextField *> textFields() const;
 
 public Q_SLOTS:
+    // "Choose Photo": asks for a picture file.
+    void choosePhotoButton_Click();
     // The file the person picked as the new photo. An unreadable file or one that is no
     // picture gets an alert and leaves the shown photo as it was.
     void photoPicked(const QUrl &file);
@@ -88,8 +92,6 @@ public Q_SLOTS:
 Q_SIGNALS:
     void tableEditingChanged();
     void hasPhotoChangedChanged();
-    // The view opens the file picker.
-    void photoPickerRequested();
 
 private:
     void loadPhoto(const std::shared_ptr<class PFFileObject> &file);
@@ -109,6 +111,7 @@ private:
     PickerField *m_rolePicker;
     PickerField *m_countryCodePicker;
     PickerField *m_workCountryCodePicker;
+    PictureChooser *m_pictureChooser;
     bool m_tableEditing = false;
     bool m_hasPhotoChanged = false;
     int m_photoRequest = 0;

@@ -3,28 +3,45 @@
 # with its demo data, prints the demo sign-in and launches the app.
 # Without a display the app runs on a virtual X display; a VNC server on loopback only lets you
 # look at it (through an SSH tunnel from elsewhere).
+#
+# Environment (all optional):
+#   VANTREL_BACKEND_DATA, VANTREL_BACKEND_PORT, VANTREL_BACKEND_PG_PORT
+#       the local backend's data directory and ports (default server/data, 1337, 5433)
+#   VANTREL_APP_DATA   the app's data directory (default ~/.local/share/vantrel-pro)
+#   VANTREL_VNC_PORT   the loopback VNC port of a headless run (default 5901)
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${VANTREL_BUILD_DIR:-$root/build}
-run_dir="$root/build/run"
+run_dir="$build/run"
 vnc_port=${VANTREL_VNC_PORT:-5901}
+backend_data=${VANTREL_BACKEND_DATA:-$root/server/data}
+app_data=${VANTREL_APP_DATA:-${XDG_DATA_HOME:-$HOME/.local/share}/vantrel-pro}
 
 "$root/scripts/install-deps.sh"
 "$root/scripts/build.sh"
-"$root/server/backend" start
-state="$root/server/data/state.env"
+"$root/server/backend" start --data "$backend_data" --port "${VANTREL_BACKEND_PORT:-1337}" \
+  --pg-port "${VANTREL_BACKEND_PG_PORT:-5433}"
+state="$backend_data/state.env"
 server_url=$(grep '^VANTREL_SERVER_URL=' "$state" | cut -d= -f2-)
 site_url=$(grep '^VANTREL_SITE_URL=' "$state" | cut -d= -f2-)
 
 mkdir -p "$run_dir"
-app=("$build/vantrel-pro" --server "$server_url" --site "$site_url"
-     --data-dir "${VANTREL_APP_DATA:-${XDG_DATA_HOME:-$HOME/.local/share}/vantrel-pro}" "$@")
+(umask 077; mkdir -p "$app_data")
+app=("$build/vantrel-pro" --server "$server_url" --site "$site_url" --data-dir "$app_data" "$@")
+
+# Without a desktop session the app gets a private session bus and a keyring of its own, kept
+# in its data directory so that a signed-in session survives the next start.
+in_private_session() {
+  VANTREL_KEYRING_DIR="$app_data/keyring" dbus-run-session -- \
+    bash -c 'source "$0"; "$@"' "$root/scripts/session-env.sh" "$@"
+}
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   if [ -n "${DBUS_SESSION_BUS_ADDRESS:-}" ]; then
     exec "${app[@]}"
   fi
-  exec dbus-run-session -- bash -c 'source "$0"; exec "$@"' "$root/scripts/session-env.sh" "${app[@]}"
+  in_private_session "${app[@]}"
+  exit
 fi
 
 # Headless: a virtual display that takes no TCP connections, and a loopback-only VNC view of it.
@@ -53,9 +70,9 @@ No display here, so Vantrel PRO runs on the virtual display $DISPLAY.
 To look at it, a VNC server listens on 127.0.0.1:$vnc_port (loopback only, nothing beyond this machine):
   from another machine:  ssh -L $vnc_port:127.0.0.1:$vnc_port <this machine>, then open a VNC viewer on localhost:$vnc_port
 A screenshot of the first screen is written to $run_dir/screenshot.png after a few seconds.
-Stop the app with Ctrl+C; the backend keeps running until: server/backend stop
+Stop the app with Ctrl+C; the backend keeps running until: server/backend stop --data $backend_data
 
 MSG
 fi
 ( sleep 6; xwd -root -display "$DISPLAY" 2>/dev/null | convert xwd:- "$run_dir/screenshot.png" 2>/dev/null ) &
-QT_QPA_PLATFORM=xcb dbus-run-session -- bash -c 'source "$0"; exec "$@"' "$root/scripts/session-env.sh" "${app[@]}"
+QT_QPA_PLATFORM=xcb in_private_session "${app[@]}"

@@ -1,5 +1,6 @@
 #include "MenuController.h"
 
+#include "LinkOpener.h"
 #include "Message.h"
 #include "PFUser.h"
 #include "ShellLogging.h"
@@ -170,12 +171,8 @@ void MenuController::presentProfilePreview()
 void MenuController::openContactPage()
 {
     UrlOpener *opener = m_settings.urlOpener ? m_settings.urlOpener : UrlOpener::shared();
-    const QUrl page = m_settings.contactPage;
-    if (page.isValid() && !page.isEmpty() && opener->canOpenURL(page)) {
-        opener->openURL(page);
-        return;
-    }
-    qCInfo(lcMenu) << "Something has gone wrong.";
+    if (!LinkOpener::open(m_settings.contactPage, *opener, this))
+        qCInfo(lcMenu) << "Something has gone wrong.";
 }
 
 void MenuController::logOut()

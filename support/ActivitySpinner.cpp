@@ -8,10 +8,49 @@ ActivitySpinner::ActivitySpinner(QObject *parent)
     : QObject(parent)
     , m_actInd(new ui::ActivityIndicatorView(QStringLiteral("actInd"), this))
 {
+    connect(m_actInd, &ui::ActivityIndicatorView::animatingChanged, this, [this] {
+        if (m_actInd->isAnimating())
+            hold();
+        else
+            release();
+    });
+}
+
+void ActivitySpinner::holdWhileSpinning(const QList<ui::Control *> &controls)
+{
+    m_held.clear();
+    for (ui::Control *control : controls)
+        m_held.append(control);
+}
+
+void ActivitySpinner::hold()
+{
+    m_heldStates.clear();
+    for (const QPointer<ui::Control> &control : std::as_const(m_held)) {
+        if (!control)
+            continue;
+        m_heldStates.append({control, control->isEnabled()});
+        control->setEnabled(false);
+    }
+}
+
+void ActivitySpinner::release()
+{
+    for (const auto &[control, enabled] : std::as_const(m_heldStates)) {
+        if (control)
+            control->setEnabled(enabled);
+    }
+    m_heldStates.clear();
 }
 
 void ActivitySpinner::show(ui::View *view)
 {
+    show(view, {});
+}
+
+void ActivitySpinner::show(ui::View *view, const QString &caption)
+{
+    m_actInd->setCaption(caption);
     if (!view) {
         qCWarning(lcSupport) << "The activity spinner was shown on no view";
         return;

@@ -67,6 +67,14 @@ void ActivityIndicatorView::setBackgroundColor(const QColor &color)
     Q_EMIT backgroundColorChanged();
 }
 
+void ActivityIndicatorView::setCaption(const QString &caption)
+{
+    if (m_caption == caption)
+        return;
+    m_caption = caption;
+    Q_EMIT captionChanged();
+}
+
 void ActivityIndicatorView::startAnimating()
 {
     setHidden(false);

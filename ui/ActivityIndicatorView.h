@@ -21,6 +21,7 @@ class ActivityIndicatorView : public Control {
     Q_PROPERTY(qreal indicatorSize READ indicatorSize NOTIFY styleChanged)
     Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor NOTIFY backgroundColorChanged)
     Q_PROPERTY(bool animating READ isAnimating NOTIFY animatingChanged)
+    Q_PROPERTY(QString caption READ caption WRITE setCaption NOTIFY captionChanged)
 
 public:
     // The platform's numbering: 0 is the large white indicator.
@@ -45,6 +46,10 @@ public:
     [[nodiscard]] QColor backgroundColor() const { return m_backgroundColor; }
     void setBackgroundColor(const QColor &color);
     [[nodiscard]] bool isAnimating() const { return m_animating; }
+    // What the wait is for ("Signing in…"), drawn under the indicator and read out by screen
+    // readers; empty: the indicator alone.
+    [[nodiscard]] QString caption() const { return m_caption; }
+    void setCaption(const QString &caption);
 
     Q_INVOKABLE void startAnimating();
     Q_INVOKABLE void stopAnimating();
@@ -56,6 +61,7 @@ Q_SIGNALS:
     void styleChanged();
     void backgroundColorChanged();
     void animatingChanged();
+    void captionChanged();
 
 private:
     QRectF m_frame;
@@ -64,6 +70,7 @@ private:
     Style m_style = Style::White;
     QColor m_backgroundColor = Qt::transparent;
     bool m_animating = false;
+    QString m_caption;
 };
 
 } // namespace ui

@@ -93,6 +93,45 @@ AlertAction *AlertController::cancelAction() const
     return nullptr;
 }
 
+AlertAction *AlertController::preferredAction() const
+{
+    if (m_preferredAction && m_actions.contains(m_preferredAction))
+        return m_preferredAction;
+    for (AlertAction *action : m_actions) {
+        if (action->style() == AlertAction::Style::Default)
+            return action;
+    }
+    return cancelAction();
+}
+
+void AlertController::setPreferredAction(AlertAction *action)
+{
+    if (action && action->style() == AlertAction::Style::Destructive) {
+        qCWarning(lcPresentation) << "A destructive action is never an alert's preferred one; ignored"
+                                  << action->title();
+        return;
+    }
+    m_preferredAction = action;
+    Q_EMIT actionsChanged();
+}
+
+AlertAction *AlertController::escapeAction() const
+{
+    if (AlertAction *cancelling = cancelAction())
+        return cancelling;
+    if (m_actions.size() == 1)
+        return m_actions.first();
+    AlertAction *safe = nullptr;
+    for (AlertAction *action : m_actions) {
+        if (action->style() == AlertAction::Style::Destructive)
+            continue;
+        if (safe)
+            return nullptr; // two ways out that are not destructive: Escape cannot tell which
+        safe = action;
+    }
+    return safe;
+}
+
 void AlertController::addTextFieldWithConfigurationHandler(const std::function<void(TextField *)> &configure)
 {
     auto *field = new TextField(QStringLiteral("alertTextField%1").arg(m_textFields.size()), this);
@@ -114,13 +153,21 @@ void AlertController::choose(AlertAction *action)
     });
 }
 
+bool AlertController::choosePreferred()
+{
+    return chooseIfAny(preferredAction());
+}
+
 bool AlertController::cancel()
 {
-    AlertAction *cancelling = cancelAction();
-    if (!cancelling)
-        return false;
-    choose(cancelling);
-    return true;
+    return chooseIfAny(escapeAction());
+}
+
+bool AlertController::chooseIfAny(AlertAction *action)
+{
+    if (action)
+        choose(action);
+    return action != nullptr;
 }
 
 } // namespace ui

@@ -12,6 +12,9 @@ namespace ui {
 // Only one alert is on screen in the whole window at a time; presenting any controller
 // while one shows is refused. Choosing a button dismisses the alert, then runs the
 // button's handler.
+//
+// Keys: Return chooses the preferred action, which is never a destructive one; Escape
+// chooses the action that backs out (see escapeAction).
 class AlertController : public ViewController {
     Q_OBJECT
     QML_ELEMENT
@@ -21,6 +24,7 @@ class AlertController : public ViewController {
     Q_PROPERTY(QList<ui::AlertAction *> actions READ actions NOTIFY actionsChanged)
     Q_PROPERTY(QList<ui::AlertAction *> orderedActions READ orderedActions NOTIFY actionsChanged)
     Q_PROPERTY(QList<ui::TextField *> textFields READ textFields NOTIFY textFieldsChanged)
+    Q_PROPERTY(ui::AlertAction *preferredAction READ preferredAction NOTIFY actionsChanged)
 
 public:
     enum class Style { ActionSheet, Alert };
@@ -43,13 +47,22 @@ public:
     // more it comes last.
     [[nodiscard]] QList<AlertAction *> orderedActions() const;
     [[nodiscard]] AlertAction *cancelAction() const;
+    // The action Return chooses: the one set, else the first of the default style, else the
+    // cancel one. Never a destructive action (an alert with only destructive buttons has none).
+    [[nodiscard]] AlertAction *preferredAction() const;
+    // A destructive action is refused.
+    void setPreferredAction(AlertAction *action);
+    // The action Escape chooses: the cancel one; without one, the only button, or the only
+    // button that is not destructive; otherwise none.
+    [[nodiscard]] AlertAction *escapeAction() const;
 
     void addTextFieldWithConfigurationHandler(const std::function<void(TextField *)> &configure = {});
     [[nodiscard]] QList<TextField *> textFields() const { return m_textFields; }
 
     // The user chose an action (drawn buttons call this).
     Q_INVOKABLE void choose(ui::AlertAction *action);
-    // Escape: chooses the cancel action; false when there is none.
+    // Return and Escape: choose preferredAction / escapeAction; false when there is none.
+    Q_INVOKABLE bool choosePreferred();
     Q_INVOKABLE bool cancel();
 
 Q_SIGNALS:
@@ -63,11 +76,13 @@ protected:
 private:
     friend class ViewController;
     static void setAlertOnScreen(AlertController *alert);
+    bool chooseIfAny(AlertAction *action);
 
     QString m_message;
     Style m_style;
     QList<AlertAction *> m_actions;
     QList<TextField *> m_textFields;
+    QPointer<AlertAction> m_preferredAction;
     bool m_choosing = false;
 };
 

@@ -2,7 +2,9 @@
 
 #include "View.h"
 
+#include <QGuiApplication>
 #include <QPointer>
+#include <QStyleHints>
 
 #include <algorithm>
 
@@ -75,6 +77,40 @@ void PickerSheet::cancel()
         if (handler)
             handler(sheet);
     });
+}
+
+int PickerSheet::rowStartingWith(const QStringList &rows, const QString &prefix, int from)
+{
+    const int count = int(rows.size());
+    if (prefix.isEmpty() || count == 0)
+        return -1;
+    const int start = ((from % count) + count) % count;
+    for (int step = 0; step < count; ++step) {
+        const int row = (start + step) % count;
+        if (rows.at(row).startsWith(prefix, Qt::CaseInsensitive))
+            return row;
+    }
+    return -1;
+}
+
+void PickerSheet::keyboardSearch(const QString &text)
+{
+    if (text.isEmpty() || !text.at(0).isPrint())
+        return;
+    const bool continues =
+        m_lastKey.isValid() && m_lastKey.elapsed() < QGuiApplication::styleHints()->keyboardInputInterval();
+    m_search = continues ? m_search + text : text;
+    m_lastKey.restart();
+
+    // "ttt" cycles through the rows starting with t; anything else narrows the search.
+    const bool sameLetter = m_search.count(m_search.at(0), Qt::CaseInsensitive) == m_search.size();
+    const QString prefix = sameLetter ? m_search.left(1) : m_search;
+    const int from = sameLetter ? m_selectedIndex + 1 : m_selectedIndex;
+    int row = rowStartingWith(m_rows, prefix, from);
+    if (row < 0 && sameLetter && m_search.size() > 1)
+        row = rowStartingWith(m_rows, m_search, m_selectedIndex); // a name such as "Aa..."
+    if (row >= 0)
+        setSelectedIndex(row);
 }
 
 } // namespace ui

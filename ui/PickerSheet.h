@@ -2,6 +2,7 @@
 
 #include "ViewController.h"
 
+#include <QElapsedTimer>
 #include <QStringList>
 
 #include <functional>
@@ -10,7 +11,7 @@ namespace ui {
 
 // A sheet at the bottom of the screen with a wheel of text rows and "Cancel" / "Done".
 // Done dismisses the sheet, then hands over the chosen row; Cancel dismisses it, then
-// runs the cancel handler.
+// runs the cancel handler. A tap on a row selects it; typing jumps to a row (keyboardSearch).
 class PickerSheet : public ViewController {
     Q_OBJECT
     QML_ELEMENT
@@ -37,6 +38,14 @@ public:
     Q_INVOKABLE void done();
     Q_INVOKABLE void cancel();
 
+    // Typed text: selects the first row that starts with it, letter case ignored. Keys typed in
+    // quick succession build one search ("uni" for United Kingdom); the same letter typed
+    // again moves on to the next row starting with it.
+    Q_INVOKABLE void keyboardSearch(const QString &text);
+    // The first row at or after `from` (wrapping round) that starts with prefix, letter case
+    // ignored; -1 when none does.
+    [[nodiscard]] static int rowStartingWith(const QStringList &rows, const QString &prefix, int from);
+
 Q_SIGNALS:
     void selectedIndexChanged();
 
@@ -49,6 +58,8 @@ private:
     DoneHandler m_done;
     CancelHandler m_cancel;
     bool m_finishing = false;
+    QString m_search;
+    QElapsedTimer m_lastKey;
 };
 
 } // namespace ui

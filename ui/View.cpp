@@ -61,4 +61,12 @@ void View::setBackgroundColor(const QColor &color)
     Q_EMIT backgroundColorChanged();
 }
 
+void View::setUserInteractionEnabled(bool enabled)
+{
+    if (m_userInteractionEnabled == enabled)
+        return;
+    m_userInteractionEnabled = enabled;
+    Q_EMIT userInteractionEnabledChanged();
+}
+
 } // namespace ui

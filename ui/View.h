@@ -20,6 +20,8 @@ class View : public QObject {
     Q_PROPERTY(qreal height READ height WRITE setHeight NOTIFY boundsChanged)
     Q_PROPERTY(QList<QObject *> subviews READ subviews NOTIFY subviewsChanged)
     Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor NOTIFY backgroundColorChanged)
+    Q_PROPERTY(bool userInteractionEnabled READ isUserInteractionEnabled WRITE setUserInteractionEnabled NOTIFY
+                   userInteractionEnabledChanged)
 
 public:
     explicit View(QObject *parent = nullptr);
@@ -40,17 +42,23 @@ public:
 
     [[nodiscard]] QColor backgroundColor() const { return m_backgroundColor; }
     void setBackgroundColor(const QColor &color);
+    // Off: the screen's own controls take no taps, clicks or keys (a request is running);
+    // the views added on top (the busy indicator) are still drawn.
+    [[nodiscard]] bool isUserInteractionEnabled() const { return m_userInteractionEnabled; }
+    void setUserInteractionEnabled(bool enabled);
 
 Q_SIGNALS:
     void boundsChanged();
     void subviewsChanged();
     void backgroundColorChanged();
+    void userInteractionEnabledChanged();
 
 private:
     qreal m_width = 0;
     qreal m_height = 0;
     QList<QPointer<QObject>> m_subviews;
     QColor m_backgroundColor = Qt::white;
+    bool m_userInteractionEnabled = true;
 };
 
 } // namespace ui

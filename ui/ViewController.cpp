@@ -333,6 +333,10 @@ void ViewController::endAppearanceTransition()
         m_appearanceState = AppearanceState::Appeared;
         Q_EMIT appearanceStateChanged();
         viewDidAppear(m_transitionAnimated);
+        TextInput *first = initialFirstResponder();
+        if (first && isOnScreen() && !presentedViewController() && !AlertController::alertOnScreen() &&
+            !FirstResponder::instance()->current())
+            first->becomeFirstResponder();
     } else if (m_appearanceState == AppearanceState::Disappearing) {
         m_appearanceState = AppearanceState::Disappeared;
         Q_EMIT appearanceStateChanged();

@@ -15,6 +15,7 @@ namespace ui {
 
 class NavigationController;
 class StoryboardSegue;
+class TextInput;
 
 // The base of every screen controller. It owns the screen's outlets and decides; its QML
 // view (viewUrl, loaded by the window with this controller as `controller`) only draws.
@@ -114,6 +115,9 @@ public:
     // Appearance transitions, driven by the framework and by containers for their children.
     [[nodiscard]] AppearanceState appearanceState() const { return m_appearanceState; }
     [[nodiscard]] bool isOnScreen() const;
+    // The text input that takes the keyboard once the screen has appeared (a form's first
+    // field); none by default. Skipped while another input has it or something is presented.
+    [[nodiscard]] virtual TextInput *initialFirstResponder() const { return nullptr; }
     void beginAppearanceTransition(bool appearing, bool animated);
     void endAppearanceTransition();
 

@@ -6,6 +6,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QTimer>
 
 namespace ui {
 
@@ -92,11 +93,25 @@ void Window::trackPresentations()
     m_tracking.clear();
     for (ViewController *c : presentationStack()) {
         m_tracking.append(connect(c, &ViewController::presentedViewControllerChanged, this,
-                                  &Window::trackPresentations, Qt::UniqueConnection));
+                                  &Window::scheduleTracking, Qt::UniqueConnection));
         m_tracking.append(connect(c, &QObject::destroyed, this, &Window::trackPresentations, Qt::UniqueConnection));
     }
     m_presentationModel->setControllers(presentationStack());
     Q_EMIT presentationStackChanged();
+}
+
+void Window::scheduleTracking()
+{
+    // A presentation often starts while the drawn screens are busy with a change of their own
+    // (a field losing focus as the screen under an alert is disabled shows another alert): the
+    // drawn stack follows on the next turn of the event loop instead of in the middle of that.
+    if (m_trackingScheduled)
+        return;
+    m_trackingScheduled = true;
+    QTimer::singleShot(0, this, [this] {
+        m_trackingScheduled = false;
+        trackPresentations();
+    });
 }
 
 void Window::loadInterface()

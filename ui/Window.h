@@ -63,6 +63,7 @@ Q_SIGNALS:
 
 private:
     void trackPresentations();
+    void scheduleTracking();
     void loadInterface();
 
     QPointer<ViewController> m_root;
@@ -70,6 +71,7 @@ private:
     ControllerListModel *m_presentationModel;
     bool m_visible = false;
     bool m_drawsInterface = true;
+    bool m_trackingScheduled = false;
     std::unique_ptr<QQmlApplicationEngine> m_engine;
     QPointer<QQuickWindow> m_quickWindow;
 };

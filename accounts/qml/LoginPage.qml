@@ -9,66 +9,63 @@ Item {
 
     required property QtObject controller
 
-    Flickable {
+    ScrollingForm {
         anchors.fill: parent
-        contentHeight: column.implicitHeight + 48
-        clip: true
+        leadingSpace: 24
+        spacing: 14
 
-        FormColumn {
-            id: column
-
-            availableWidth: page.width
-            y: 24
-            spacing: 14
-
+        Label {
+            width: parent.width
+            text: qsTr("Vantrel PRO")
+            font.pixelSize: 30
+            font.bold: true
+            color: Theme.navigationBarColor
+            horizontalAlignment: Text.AlignHCenter
+        }
+        OutletTextField { outlet: page.controller.userNameTextField; width: parent.width }
+        OutletTextField { outlet: page.controller.passwordTextField; width: parent.width }
+        Row {
+            spacing: 10
+            OutletSwitch { outlet: page.controller.rememberMeSwitch }
             Label {
-                width: parent.width
-                text: qsTr("Vantrel PRO")
-                font.pixelSize: 30
-                font.bold: true
+                anchors.verticalCenter: parent.verticalCenter
+                text: qsTr("Remember me")
+            }
+        }
+        OutletButton {
+            outlet: page.controller.loginButton
+            width: parent.width
+            palette.buttonText: "white"
+            background: Rectangle {
+                implicitHeight: 44
+                radius: page.controller.loginButton.cornerRadius
                 color: Theme.navigationBarColor
-                horizontalAlignment: Text.AlignHCenter
+                opacity: parent.down ? 0.7 : 1
             }
-            OutletTextField { outlet: page.controller.userNameTextField; width: parent.width }
-            OutletTextField { outlet: page.controller.passwordTextField; width: parent.width }
-            Row {
-                spacing: 10
-                OutletSwitch { outlet: page.controller.rememberMeSwitch }
-                Label {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Remember me")
-                }
-            }
-            OutletButton {
-                outlet: page.controller.loginButton
-                width: parent.width
-                palette.buttonText: "white"
-                background: Rectangle {
-                    implicitHeight: 44
-                    radius: page.controller.loginButton.cornerRadius
-                    color: Theme.navigationBarColor
-                    opacity: parent.down ? 0.7 : 1
-                }
-            }
-            OutletButton { outlet: page.controller.loginWithBiometricsButton; width: parent.width }
-            OutletButton { outlet: page.controller.forgotPasswordButton; width: parent.width }
-            OutletButton { outlet: page.controller.registerButton; width: parent.width }
-            OutletButton { outlet: page.controller.informationButton; width: parent.width }
-            OutletLabel {
-                outlet: page.controller.versionLabel
-                width: parent.width
-                horizontalAlignment: Text.AlignHCenter
-                color: "grey"
-            }
+        }
+        OutletButton { outlet: page.controller.loginWithBiometricsButton; width: parent.width }
+        OutletButton { outlet: page.controller.forgotPasswordButton; width: parent.width }
+        OutletButton { outlet: page.controller.registerButton; width: parent.width }
+        OutletButton { outlet: page.controller.informationButton; width: parent.width }
+        OutletLabel {
+            outlet: page.controller.versionLabel
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            color: "grey"
         }
     }
 
-
-    Rectangle {
+    // The fingerprint prompt takes the keys while it shows: Escape cancels the check.
+    FocusScope {
         anchors.fill: parent
         visible: page.controller.biometricPromptVisible
-        color: "#80000000"
+        onVisibleChanged: if (visible) forceActiveFocus()
+        Keys.onEscapePressed: page.controller.cancelBiometricCheck()
 
+        Rectangle {
+            anchors.fill: parent
+            color: "#80000000"
+        }
         MouseArea { anchors.fill: parent } // the page underneath waits
 
         // A sheet near the bottom, clear of the busy indicator in the middle.

@@ -8,9 +8,9 @@ Item {
 
     required property QtObject controller
 
-    FormColumn {
-        availableWidth: page.width
-        y: 20
+    ScrollingForm {
+        anchors.fill: parent
+        leadingSpace: 20
         spacing: 14
 
         OutletTextField { outlet: page.controller.newPasswordTextField; width: parent.width }

@@ -1,100 +1,73 @@
-import QtCore
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Dialogs
 import Vantrel.Ui
 
 // The contact details: photo, role, names, position, e-mail and telephone numbers, the
 // messaging switch. The controller enables the inputs while the hub is editing.
-Flickable {
+ScrollingForm {
     id: form
 
     required property QtObject controller
 
-    contentHeight: column.implicitHeight + 32
-    clip: true
-    boundsBehavior: Flickable.StopAtBounds
+    spacing: 6
 
     component Caption: Label {
         font.pixelSize: 13
         color: "#6d6d72"
     }
     component Field: OutletTextField {
-        width: column.width
+        width: form.rowWidth
         maximumLength: form.controller.maximumTextLength
     }
 
-    FormColumn {
-        id: column
+    Row {
+        spacing: 16
 
-        availableWidth: form.width
-        y: 16
-        spacing: 6
+        OutletImage {
+            outlet: form.controller.profilePictureView
+            width: 96
+            height: 96
 
-        Row {
-            spacing: 16
-
-            OutletImage {
-                outlet: form.controller.profilePictureView
-                width: 96
-                height: 96
-
-                Rectangle {
-                    anchors.fill: parent
-                    z: -1
-                    radius: 8
-                    color: "#e5e5ea"
-                }
-            }
-            OutletButton {
-                anchors.verticalCenter: parent.verticalCenter
-                outlet: form.controller.choosePhotoButton
+            Rectangle {
+                anchors.fill: parent
+                z: -1
+                radius: 8
+                color: "#e5e5ea"
             }
         }
-
-        Caption { text: qsTr("Role") }
-        Field { outlet: form.controller.roleTextField }
-        Caption { text: qsTr("Name") }
-        Field { outlet: form.controller.firstNameTextField }
-        Field { outlet: form.controller.lastNameTextField }
-        Caption { text: qsTr("Position") }
-        Field { outlet: form.controller.positionTextField }
-        Caption { text: qsTr("Email") }
-        Field { outlet: form.controller.emailAddressTextField }
-        Caption { text: qsTr("Mobile") }
-        Row {
-            spacing: 8
-            Field { outlet: form.controller.countryCodeTextField; width: 90 }
-            Field { outlet: form.controller.mobileTelephoneNumberTextField; width: column.width - 98 }
-        }
-        Row {
-            spacing: 10
-            OutletSwitch { outlet: form.controller.whatsAppSwitch }
-            Label {
-                anchors.verticalCenter: parent.verticalCenter
-                text: qsTr("Reachable on WhatsApp")
-            }
-        }
-        Caption { text: qsTr("Work") }
-        Row {
-            spacing: 8
-            Field { outlet: form.controller.workCountryCodeTextField; width: 90 }
-            Field { outlet: form.controller.workTelephoneNumberTextField; width: column.width - 98 }
+        OutletButton {
+            anchors.verticalCenter: parent.verticalCenter
+            outlet: form.controller.choosePhotoButton
         }
     }
 
-    FileDialog {
-        id: photoDialog
-        objectName: "photoDialog"
-
-        title: qsTr("Choose a photo")
-        currentFolder: StandardPaths.writableLocation(StandardPaths.PicturesLocation)
-        nameFilters: [qsTr("Pictures (*.jpg *.jpeg *.png *.bmp *.gif *.webp *.heic)"), qsTr("All files (*)")]
-        onAccepted: form.controller.photoPicked(selectedFile)
+    Caption { text: qsTr("Role") }
+    Field { outlet: form.controller.roleTextField }
+    Caption { text: qsTr("Name") }
+    Field { outlet: form.controller.firstNameTextField }
+    Field { outlet: form.controller.lastNameTextField }
+    Caption { text: qsTr("Position") }
+    Field { outlet: form.controller.positionTextField }
+    Caption { text: qsTr("Email") }
+    Field { outlet: form.controller.emailAddressTextField }
+    Caption { text: qsTr("Mobile") }
+    Row {
+        spacing: 8
+        Field { outlet: form.controller.countryCodeTextField; width: 90 }
+        Field { outlet: form.controller.mobileTelephoneNumberTextField; width: form.rowWidth - 98 }
     }
-
-    Connections {
-        target: form.controller
-        function onPhotoPickerRequested() { photoDialog.open(); }
+    Row {
+        spacing: 10
+        OutletSwitch { outlet: form.controller.whatsAppSwitch }
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Reachable on WhatsApp")
+        }
+    }
+    Caption { text: qsTr("Work") }
+    Row {
+        spacing: 8
+        Field { outlet: form.controller.workCountryCodeTextField; width: 90 }
+        Field { outlet: form.controller.workTelephoneNumberTextField; width: form.rowWidth - 98 }
     }
 }

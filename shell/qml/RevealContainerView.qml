@@ -13,6 +13,17 @@ RevealView {
     frontItem: frontLayer
     rightItem: rightLayer
 
+    // Escape slides a revealed side (the menu) away again.
+    focus: true
+    Keys.onEscapePressed: (event) => {
+        const position = reveal.controller.frontViewPosition;
+        if (position > 3)
+            reveal.controller.revealToggleAnimated(true);
+        else if (position < 3)
+            reveal.controller.rightRevealToggleAnimated(true);
+        event.accepted = position !== 3;
+    }
+
     onWidthChanged: syncSize()
     onHeightChanged: syncSize()
     Component.onCompleted: syncSize()

@@ -112,19 +112,25 @@ QJsonObject AccountsFixture::serverUser(const QString &objectId)
     return TestBackend::instance().request("GET", QStringLiteral("/users/") + objectId, {}, true).body.object();
 }
 
-bool AccountsFixture::endSessionsOf(const QString &objectId)
+QJsonArray AccountsFixture::sessionsOf(const QString &objectId)
 {
-    const TestBackend &backend = TestBackend::instance();
     const QString where = QString::fromUtf8(QUrl::toPercentEncoding(
         QStringLiteral(R"({"user":{"__type":"Pointer","className":"_User","objectId":"%1"}})").arg(objectId)));
-    const QJsonArray sessions = backend.request("GET", QStringLiteral("/sessions?where=") + where, {}, true)
-                                    .body.object()
-                                    .value(QStringLiteral("results"))
-                                    .toArray();
+    return TestBackend::instance()
+        .request("GET", QStringLiteral("/sessions?where=") + where, {}, true)
+        .body.object()
+        .value(QStringLiteral("results"))
+        .toArray();
+}
+
+bool AccountsFixture::endSessionsOf(const QString &objectId)
+{
+    const QJsonArray sessions = sessionsOf(objectId);
     bool ended = !sessions.isEmpty();
     for (const QJsonValue session : sessions) {
         const QString id = session.toObject().value(QStringLiteral("objectId")).toString();
-        ended = backend.request("DELETE", QStringLiteral("/sessions/") + id, {}, true).status == 200 && ended;
+        ended = TestBackend::instance().request("DELETE", QStringLiteral("/sessions/") + id, {}, true).status == 200 &&
+                ended;
     }
     return ended;
 }

@@ -10,6 +10,7 @@
 #include "ViewController.h" // Window holds a QPointer to it
 #include "Window.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QPointer>
 #include <QTemporaryDir>
@@ -50,6 +51,8 @@ public:
     // Ends every session of the user on the server, as an administrator can; false when there
     // was none or one stayed.
     static bool endSessionsOf(const QString &objectId);
+    // The user's sessions on the server (one per sign-in).
+    [[nodiscard]] static QJsonArray sessionsOf(const QString &objectId);
     // Whether the backend takes this password (asked directly, not through the client).
     [[nodiscard]] static bool canSignIn(const QString &username, const QString &password);
 

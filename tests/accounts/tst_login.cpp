@@ -160,11 +160,14 @@ private Q_SLOTS:
         QVERIFY(!login->loadingSpinner()->actInd()->isAnimating());
     }
 
-    void returnInThePasswordFieldLogsIn()
+    // Return in the password field signs in as the button does. While that sign-in runs, the
+    // spinner says so and neither Return nor the buttons start another one.
+    void returnInThePasswordFieldLogsInOnce()
     {
         const auto account = f().makeUser(true);
         LoginPageTableViewController *login = f().showLogin();
         QVERIFY(login);
+        QVERIFY(login->userNameTextField()->isFirstResponder()); // the form's first field
         login->userNameTextField()->setText(account.username);
         login->passwordTextField()->setText(account.password);
 
@@ -173,9 +176,13 @@ private Q_SLOTS:
         QVERIFY(!ui::AlertController::alertOnScreen());
         QVERIFY(f().presentedIdentifier().isEmpty());
 
+        const qsizetype sessionsBefore = AccountsFixture::sessionsOf(account.objectId).size();
         login->passwordTextField()->userPressedReturn();
-        QVERIFY(!login->loadingSpinner()->actInd()->isAnimating()); // no spinner on return
+        QCOMPARE(login->loadingSpinner()->actInd()->caption(), QStringLiteral("Signing in\u2026"));
+        login->passwordTextField()->userPressedReturn();
+        login->loginButton()->click();
         QTRY_COMPARE_WITH_TIMEOUT(f().presentedIdentifier(), QStringLiteral("menu"), 20000);
+        QCOMPARE(AccountsFixture::sessionsOf(account.objectId).size(), sessionsBefore + 1);
     }
 
     void forgottenPassword()

@@ -1,6 +1,6 @@
 // The registration drawn offscreen: a person taps each field, types, turns the pickers by
-// wheel, keyboard and touch, agrees to the terms and taps Submit; the account and its
-// Freelancer record are made and the menu comes up.
+// wheel, keyboard and touch, meets the address warning, agrees to the terms and taps Submit;
+// the account and its Freelancer record are made and the menu comes up. Any QML warning fails.
 #include "AccountScenes.h"
 #include "AccountsFixture.h"
 #include "AlertController.h"
@@ -61,6 +61,8 @@ private:
     }
 
 private Q_SLOTS:
+    void init() { ViewTest::failOnQmlWarnings(); }
+
     void fillingTheFormByTouchRegisters()
     {
         REQUIRE_BACKEND();
@@ -83,6 +85,25 @@ private Q_SLOTS:
         QCOMPARE(item(QStringLiteral("firstNameTextField"))->property("maximumLength").toInt(),
                  RegistrationTableViewController::kMaximumFieldLength);
 
+        // The field with the keyboard stays clear of the "Done" toolbar: the form scrolls it into
+        // view, on a desktop and on a short phone.
+        QVERIFY(screen->firstNameTextField()->isFirstResponder()); // the form's first field
+        for (const QSize size : {QSize(1280, 800), QSize(390, 560)}) {
+            m_quick->resize(size);
+            for (ui::TextField *field :
+                 {screen->confirmPasswordTextField(), screen->firstNameTextField(), screen->homeTownTextField()}) {
+                QVERIFY(field->becomeFirstResponder());
+                QQuickItem *drawn = item(field->objectName());
+                QQuickItem *toolbar = nullptr;
+                QTRY_VERIFY((toolbar = item(QStringLiteral("doneToolbar"))));
+                QTRY_VERIFY2(drawn->mapToScene(QPointF()).y() >= 44 &&
+                                 drawn->mapToScene(QPointF(0, drawn->height())).y() <= toolbar->mapToScene(QPointF()).y(),
+                             qPrintable(field->objectName()));
+            }
+        }
+        screen->homeTownTextField()->resignFirstResponder();
+        m_quick->resize(390, 844);
+
         // Role: the wheel turns the picker one row, Done (by touch) writes it.
         tap(QStringLiteral("roleTextField"));
         QQuickItem *wheelItem = nullptr;
@@ -98,6 +119,19 @@ private Q_SLOTS:
             QStringLiteral("v%1@example.test").arg(QUuid::createUuid().toString(QUuid::Id128).left(12));
         tapAndType(QStringLiteral("firstNameTextField"), screen->firstNameTextField(), QStringLiteral("Ada"));
         tapAndType(QStringLiteral("lastNameTextField"), screen->lastNameTextField(), QStringLiteral("Okafor"));
+
+        // A wrong address left for a picker field: its alert comes, Return closes it, and no
+        // picker is left half open behind it.
+        tapAndType(QStringLiteral("emailAddressTextField"), screen->emailAddressTextField(), QStringLiteral("ada@x"));
+        tap(QStringLiteral("countryCodeTextField"));
+        QTRY_VERIFY(ui::AlertController::alertOnScreen());
+        QTRY_VERIFY(item(QStringLiteral("alertBox")));
+        QTest::keyClick(m_quick, Qt::Key_Return);
+        QTRY_VERIFY(!item(QStringLiteral("alertBox")));
+        QTest::qWait(50);
+        QVERIFY(!item(QStringLiteral("pickerSheet")));
+        QVERIFY(screen->countryCodeTextField()->text().isEmpty());
+        screen->emailAddressTextField()->setText({});
         tapAndType(QStringLiteral("emailAddressTextField"), screen->emailAddressTextField(), email);
 
         // Mobile code: three rows down by keyboard, Return chooses.

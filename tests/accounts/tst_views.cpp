@@ -41,6 +41,7 @@ private:
     }
 
 private Q_SLOTS:
+    void init() { ViewTest::failOnQmlWarnings(); }
     void cleanup() { m_fixture.reset(); }
 
     void everyViewCompiles_data()

@@ -4,6 +4,7 @@
 #include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QTest>
 
 namespace ViewTest {
@@ -47,6 +48,11 @@ QString compileErrors(const QUrl &url)
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QQmlComponent component(&engine, url);
     return component.isReady() ? QString() : component.errorString();
+}
+
+void failOnQmlWarnings()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("\\.qml:\\d+")));
 }
 
 } // namespace ViewTest

@@ -22,5 +22,8 @@ void tap(QQuickWindow *window, QQuickItem *item);
 void typeText(QQuickWindow *window, const QString &text);
 // Empty when the QML file at `url` compiles with the app's modules; otherwise the errors.
 QString compileErrors(const QUrl &url);
+// Makes the running test function fail on any warning from QML (a binding loop, a type error,
+// a missing property). Call it in each view suite's init().
+void failOnQmlWarnings();
 
 } // namespace ViewTest

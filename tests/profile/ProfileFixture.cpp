@@ -25,7 +25,7 @@ QJsonObject pointer(const QString &className, const QString &objectId)
 
 } // namespace
 
-ProfileFixture::ProfileFixture(bool drawsInterface) : AccountsFixture(drawsInterface, /*withReader=*/false)
+ProfileFixture::ProfileFixture(bool drawsInterface, bool withReader) : AccountsFixture(drawsInterface, withReader)
 {
     const QString rear = QStringLiteral("rear");
     ui::StoryboardDefinition menu;

@@ -8,11 +8,11 @@
 class MasterProfileViewController;
 class RevealViewController;
 
-// One profile test: the sign-in fixture without the fingerprint reader, with the "Menu"
-// storyboard holding the reveal container and the profile in front.
+// One profile test: the sign-in fixture (with the fingerprint reader only when asked), with
+// the "Menu" storyboard holding the reveal container and the profile in front.
 class ProfileFixture : public AccountsFixture {
 public:
-    explicit ProfileFixture(bool drawsInterface = false);
+    explicit ProfileFixture(bool drawsInterface = false, bool withReader = false);
 
     struct Member {
         Account user;

@@ -1,3 +1,4 @@
+#include "AlertController.h"
 #include "BackendProbe.h"
 #include "ConsoleLines.h"
 #include "MenuController.h"
@@ -14,6 +15,8 @@
 #include "ui/Storyboard.h"
 #include "ui/View.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,6 +27,7 @@ namespace {
 class RecordingOpener : public UrlOpener {
 public:
     QList<QUrl> opened;
+    bool browser = true; // false: a machine where no browser takes the page
     bool canOpenURL(const QUrl &url) const override
     {
         return url.scheme() == QLatin1String("http") && !url.host().isEmpty();
@@ -31,7 +35,7 @@ public:
     bool openURL(const QUrl &url) override
     {
         opened << url;
-        return true;
+        return browser;
     }
 };
 
@@ -163,19 +167,33 @@ private Q_SLOTS:
         QCOMPARE(colourWhenShown(), colour);
     }
 
+    // The contact page opens in the browser; when it cannot, the person is told so (and may
+    // copy the address) besides the log line.
     void contactRowOpensTheOperatorsPage()
     {
         MenuController menu(settings());
         menu.tableViewDidSelectRowAtIndexPath(MenuController::kContactRow);
         QCOMPARE(m_opener.opened.size(), 1);
         QCOMPARE(m_opener.opened.first().path(), QStringLiteral("/site/contactUs.htm"));
+        QVERIFY(!ui::AlertController::alertOnScreen());
+
         ConsoleLines log("vantrel.shell.menu");
+        m_opener.browser = false;
+        menu.tableViewDidSelectRowAtIndexPath(MenuController::kContactRow);
+        ui::AlertController *alert = ui::AlertController::alertOnScreen();
+        QVERIFY(alert && alert->message().endsWith(m_opener.opened.first().toString()));
+        QVERIFY(alert->choosePreferred()); // "Copy Address"
+        QTRY_COMPARE(QGuiApplication::clipboard()->text(), m_opener.opened.first().toString());
+        m_opener.browser = true;
+
         MenuSettings broken = settings();
         broken.contactPage = QUrl(QStringLiteral("contactUs.htm")); // no scheme, no host
         MenuController lost(broken);
         lost.tableViewDidSelectRowAtIndexPath(MenuController::kContactRow);
-        QCOMPARE(m_opener.opened.size(), 1);
-        QCOMPARE(log.lines(), QStringList{QStringLiteral("Something has gone wrong.")});
+        QCOMPARE(m_opener.opened.size(), 2);
+        alert = ui::AlertController::alertOnScreen();
+        QVERIFY(alert && alert->title() == QStringLiteral("Sorry") && alert->cancel());
+        QCOMPARE(log.lines(), QStringList(2, QStringLiteral("Something has gone wrong.")));
     }
 
     void logOutPresentsTheLoginScreenAndForgetsTheSession()

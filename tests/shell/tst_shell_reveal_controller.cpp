@@ -105,25 +105,6 @@ class TestRevealController : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void defaults()
-    {
-        // Widths, overdraw, displacement, bounce and flick defaults drive the gesture maths
-        // and are pinned there; these are the ones nothing else looks at.
-        RevealViewController reveal;
-        QCOMPARE(reveal.frontViewPosition(), int(FrontCentred));
-        QVERIFY(!reveal.presentFrontViewHierarchically());
-        QCOMPARE(reveal.toggleAnimationType(), 0);
-        QCOMPARE(reveal.springDampingRatio(), 1.0);
-        QCOMPARE(reveal.replaceViewAnimationDuration(), 0.25);
-        QCOMPARE(reveal.frontViewShadowRadius(), 2.5);
-        QCOMPARE(reveal.frontViewShadowOffset(), QSizeF(0, 2.5));
-        QCOMPARE(reveal.frontViewShadowOpacity(), 1.0);
-        QCOMPARE(reveal.frontViewShadowColor(), QColor(Qt::black));
-        QCOMPARE(reveal.draggableBorderWidth(), 0.0);
-        QVERIFY(!reveal.clipsViewsToBounds() && !reveal.extendsPointInsideHit());
-        QVERIFY(reveal.userInteractionStore());
-    }
-
     void positionBeforeTheViewLoadsIsOnlyStored()
     {
         RevealViewController reveal(new ui::ViewController, new ui::ViewController);

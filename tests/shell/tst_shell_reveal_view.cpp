@@ -63,6 +63,8 @@ private:
     }
 
 private Q_SLOTS:
+    void init() { ViewTest::failOnQmlWarnings(); }
+
     void everyViewCompiles_data()
     {
         QTest::addColumn<QString>("file");
@@ -141,6 +143,11 @@ private Q_SLOTS:
         QTest::mouseRelease(s->quick, Qt::LeftButton, {}, QPoint(150, 300));
         QTRY_COMPARE(s->reveal->frontViewPosition(), int(FrontRightShift));
         QTRY_COMPARE(s->reveal->frontLocation(), 260.0);
+
+        // Escape closes the menu again.
+        QTRY_COMPARE(s->reveal->pendingOperations(), 0);
+        QTest::keyClick(s->quick, Qt::Key_Escape);
+        QTRY_COMPARE(s->reveal->frontViewPosition(), int(FrontCentred));
     }
 };
 

@@ -1,6 +1,7 @@
 #include "AlertController.h"
 #include "Button.h"
 #include "ControllerListModel.h"
+#include "FolderListing.h"
 #include "NavigationController.h"
 #include "NavigationItem.h"
 #include "PickerSheet.h"
@@ -11,6 +12,8 @@
 #include "Window.h"
 
 #include <QAbstractItemModelTester>
+#include <QDir>
+#include <QTemporaryDir>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -279,6 +282,39 @@ private Q_SLOTS:
         next->dismissViewControllerAnimated(false);
     }
 
+    // Return never chooses a destructive action; Escape chooses the way out when there is one.
+    void alertKeysChooseTheSafeAction_data()
+    {
+        QTest::addColumn<QStringList>("actions"); // "title:style", style d(efault), c(ancel) or x (destructive)
+        QTest::addColumn<QString>("onReturn");    // empty: Return does nothing
+        QTest::addColumn<QString>("onEscape");
+        // clang-format off
+        QTest::newRow("one Ok") << QStringList{"Ok:d"} << "Ok" << "Ok";
+        QTest::newRow("one destructive Ok") << QStringList{"Ok:x"} << "" << "Ok";
+        QTest::newRow("destructive added first") << QStringList{"YES DELETE MY PROFILE:x", "cancel:d"} << "cancel" << "cancel";
+        QTest::newRow("destructive added last") << QStringList{"Stay On Page:d", "EXIT:x"} << "Stay On Page" << "Stay On Page";
+        QTest::newRow("default, destructive, cancel") << QStringList{"Ok:d", "Wipe:x", "Cancel:c"} << "Ok" << "Cancel";
+        QTest::newRow("cancel and destructive") << QStringList{"Wipe:x", "Cancel:c"} << "Cancel" << "Cancel";
+        QTest::newRow("two safe ways") << QStringList{"Copy:d", "Share:d"} << "Copy" << "";
+        QTest::newRow("only destructive ways") << QStringList{"Wipe:x", "Burn:x"} << "" << "";
+        // clang-format on
+    }
+    void alertKeysChooseTheSafeAction()
+    {
+        QFETCH(QStringList, actions);
+        QFETCH(QString, onReturn);
+        QFETCH(QString, onEscape);
+        const QHash<QChar, ui::AlertAction::Style> styles{{u'd', ui::AlertAction::Style::Default},
+                                                          {u'c', ui::AlertAction::Style::Cancel},
+                                                          {u'x', ui::AlertAction::Style::Destructive}};
+        ui::AlertController alert(QStringLiteral("Warning"), {}, ui::AlertController::Style::Alert);
+        for (const QString &action : actions)
+            alert.addAction(ui::AlertAction::actionWithTitle(action.section(u':', 0, 0), styles.value(action.back())));
+        const auto title = [](ui::AlertAction *action) { return action ? action->title() : QString(); };
+        QCOMPARE(title(alert.preferredAction()), onReturn);
+        QCOMPARE(title(alert.escapeAction()), onEscape);
+    }
+
     void storyboardInstantiatesByIdentifier_data()
     {
         QTest::addColumn<QString>("storyboard");
@@ -514,6 +550,56 @@ private Q_SLOTS:
         QVERIFY(closedFirst);
     }
 
+    // Typing jumps to the first row that starts with what was typed; the same letter again
+    // moves on to the next row with it.
+    void pickerSheetJumpsToTypedRows_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("row");
+        QTest::newRow("a letter") << "u" << 4;
+        QTest::newRow("the start of a name") << "united s" << 5;
+        QTest::newRow("letter case ignored") << "GER" << 2;
+        QTest::newRow("the same letter again") << "gg" << 2;
+        QTest::newRow("and again") << "ggg" << 3;
+        QTest::newRow("round to the first again") << "gggg" << 1;
+        QTest::newRow("no row") << "x" << 0;
+    }
+    void pickerSheetJumpsToTypedRows()
+    {
+        QFETCH(QString, typed);
+        QFETCH(int, row);
+        ui::PickerSheet sheet(QStringLiteral("Country Code"),
+                              {"None:  : ", "Ghana:  +233 : GH", "Germany:  +49 : DE", "Greece:  +30 : GR",
+                               "United Kingdom:  +44 : GB", "United States:  +1 : US"},
+                              0, {});
+        for (const QChar key : typed)
+            sheet.keyboardSearch(key);
+        QCOMPARE(sheet.selectedIndex(), row);
+    }
+
+    // The photo picker's list: folders first, then the pictures whatever the letter case of
+    // their names, in natural order; hidden entries and other files are left out.
+    void folderListingShowsFoldersThenPictures()
+    {
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("Trips")) && QDir(dir.path()).mkpath(QStringLiteral(".cache")));
+        for (const char *name : {"b.JPG", "a.png", "10.jpeg", "2.jpeg", "notes.txt", ".hidden.png", "scan.Png.pdf"}) {
+            QFile file(dir.filePath(QString::fromLatin1(name)));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        ui::FolderListing listing({QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("png")});
+        QAbstractItemModelTester tester(&listing, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QVERIFY(listing.setFolder(dir.path()));
+        QStringList names;
+        for (int row = 0; row < listing.rowCount(); ++row)
+            names << listing.data(listing.index(row), ui::FolderListing::NameRole).toString();
+        QCOMPARE(names, (QStringList{"Trips", "2.jpeg", "10.jpeg", "a.png", "b.JPG"}));
+        QVERIFY(!listing.setFolder(dir.filePath(QStringLiteral("gone"))));
+        QVERIFY(!listing.error().isEmpty());
+        QCOMPARE(listing.rowCount(), 0);
+    }
+
     void pickerSheetIsRefusedUnderAnAlert()
     {
         RecordingController *root = showRoot();
@@ -544,39 +630,6 @@ private Q_SLOTS:
         QCOMPARE(inserted.size(), 2);
         QCOMPARE(removed.size(), 2);
         QCOMPARE(reset.size(), 0);
-    }
-
-    void outletsReportOnlyUserActions()
-    {
-        ui::Switch rememberMe(QStringLiteral("rememberMeSwitch"));
-        QSignalSpy switched(&rememberMe, &ui::Switch::valueChanged);
-        rememberMe.setOn(true, true);
-        rememberMe.userToggled(false);
-        rememberMe.setEnabled(false);
-        rememberMe.userToggled(true);
-        QCOMPARE(switched.size(), 1);
-        QCOMPARE(switched.first().first().toBool(), false);
-
-        ui::Button login(QStringLiteral("loginButton"));
-        QSignalSpy clicked(&login, &ui::Button::clicked);
-        login.click();
-        login.setHidden(true);
-        login.click();
-        QCOMPARE(clicked.size(), 1);
-
-        ui::TextField userName(QStringLiteral("userNameTextField"));
-        ui::TextField password(QStringLiteral("passwordTextField"));
-        QSignalSpy ended(&userName, &ui::TextField::editingDidEnd);
-        QSignalSpy edited(&password, &ui::TextField::editingChanged);
-        QVERIFY(userName.becomeFirstResponder());
-        QVERIFY(password.becomeFirstResponder()); // takes focus from the other field
-        QVERIFY(!userName.isFirstResponder());
-        QCOMPARE(ended.size(), 1);
-        password.setText(QStringLiteral("set by code"));
-        password.userEditedText(QStringLiteral("typed"));
-        QCOMPARE(edited.size(), 1);
-        QVERIFY(password.resignFirstResponder());
-        QVERIFY(!password.isFirstResponder());
     }
 };
 

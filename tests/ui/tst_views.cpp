@@ -1,6 +1,6 @@
-#include "ActivityIndicatorView.h"
 #include "AlertController.h"
 #include "Button.h"
+#include "FilePickerSheet.h"
 #include "FirstResponder.h"
 #include "NavigationController.h"
 #include "PickerSheet.h"
@@ -13,7 +13,10 @@
 #include "ViewTestHelpers.h"
 #include "Window.h"
 
+#include <QDir>
+#include <QImage>
 #include <QQuickItem>
+#include <QTemporaryDir>
 #include <QQuickWindow>
 #include <QTest>
 
@@ -103,13 +106,15 @@ private:
     }
 
 private Q_SLOTS:
+    void init() { ViewTest::failOnQmlWarnings(); }
+
     void everyComponentCompiles_data()
     {
         QTest::addColumn<QString>("file");
         for (const char *file :
              {"AlertView", "AppWindow", "ControllerView", "EmbeddedView", "FormColumn", "KeyboardToolbar",
               "NavigationView", "OutletActivityIndicator", "OutletBarButton", "OutletButton", "OutletImage",
-              "OutletLabel", "OutletSwitch", "OutletTableView", "OutletTextField", "OutletTextView", "PickerSheetView",
+              "OutletLabel", "OutletSwitch", "OutletTableView", "OutletTextField", "OutletTextView", "PickerSheetView", "ScrollingForm", "FilePickerSheetView",
               "TableCell", "TableSectionHeader"})
             QTest::newRow(file) << QString::fromLatin1(file);
     }
@@ -190,9 +195,8 @@ private Q_SLOTS:
         QCOMPARE(find(quick, "passwordTextField"), password);
     }
 
-    void navigationBarBackButtonAndIndicatorAreDrawn()
+    void navigationBarAndBackButtonAreDrawn()
     {
-        ui::Theme::instance()->setNavigationBarColor(QColor(49, 187, 234));
         ui::Window window;
         auto *first = new LoginTestController;
         first->setTitle(QStringLiteral("Login"));
@@ -200,9 +204,6 @@ private Q_SLOTS:
         QQuickWindow *quick = show(window, navigation);
         QVERIFY(quick);
 
-        QQuickItem *bar = find(quick, "navigationBar");
-        QVERIFY(bar);
-        QCOMPARE(bar->property("color").value<QColor>(), QColor(49, 187, 234));
         QCOMPARE(find(quick, "navigationTitle")->property("text").toString(), QStringLiteral("Login"));
         QQuickItem *back = find(quick, "backButton");
         QVERIFY(back);
@@ -216,45 +217,101 @@ private Q_SLOTS:
         // The screen under the bar is told its size: the window less the bar.
         QTRY_COMPARE(second->view()->height(), qreal(844 - 44));
 
-        // A busy indicator added to the view is drawn where its frame says.
-        ui::ActivityIndicatorView indicator(QStringLiteral("actInd"));
-        indicator.setFrame(QRectF(10, 20, 60, 60));
-        indicator.setBackgroundColor(Qt::black);
-        second->view()->addSubview(&indicator);
-        indicator.startAnimating();
-        QQuickItem *drawn = nullptr;
-        QTRY_VERIFY((drawn = find(quick, "actInd")));
-        QTRY_VERIFY(drawn->isVisible());
-        QCOMPARE(drawn->position(), QPointF(10, 20));
-        QCOMPARE(drawn->size(), QSizeF(60, 60));
-        indicator.stopAnimating();
-        QTRY_VERIFY(!drawn->isVisible());
-        second->view()->removeSubview(&indicator);
-
         QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(back));
         QTRY_COMPARE(navigation->topViewController(), first);
         QTRY_VERIFY(!second);
         QTRY_VERIFY(!back->isVisible());
     }
 
-    void pickerSheetTakesKeys()
+    // The picker takes the keys from the field that opened it: arrows, typed letters, Return;
+    // a tap on a row selects it.
+    void pickerSheetTakesKeysAndTaps()
     {
         ui::Window window;
         auto *screen = new LoginTestController;
         QQuickWindow *quick = show(window, screen);
         QVERIFY(quick);
+        QVERIFY(screen->userNameTextField()->becomeFirstResponder());
 
         QString chosen;
         QVERIFY(ui::PickerSheet::showPickerWithTitle(
-            "Language", {"English", "French", "German"}, 0,
+            "Language", {"English", "French", "German", "Greek"}, 0,
             [&chosen](ui::PickerSheet *, int, const QString &value) { chosen = value; }, {}, screen));
-        QTRY_VERIFY(find(quick, "pickerWheel"));
+        QQuickItem *wheel = nullptr;
+        QTRY_VERIFY((wheel = find(quick, "pickerWheel")));
         QTest::keyClick(quick, Qt::Key_Down);
+        QTRY_COMPARE(wheel->property("currentIndex").toInt(), 1);
+        QTest::keyClick(quick, 'g');
+        QTRY_COMPARE(wheel->property("currentIndex").toInt(), 2);
+        QQuickItem *first = find(quick, "pickerRow_0");
+        QVERIFY(first);
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(first));
+        QTRY_COMPARE(wheel->property("currentIndex").toInt(), 0);
         QTest::keyClick(quick, Qt::Key_Down);
-        QTRY_COMPARE(find(quick, "pickerWheel")->property("currentIndex").toInt(), 2);
         QTest::keyClick(quick, Qt::Key_Return);
-        QTRY_COMPARE(chosen, QStringLiteral("German"));
+        QTRY_COMPARE(chosen, QStringLiteral("French"));
         QTRY_VERIFY(!find(quick, "pickerSheet"));
+    }
+
+    // Return picks the alert's safe button, even with the destructive one added first and a
+    // field holding the keyboard when the alert came.
+    void returnNeverPicksADestructiveButton()
+    {
+        ui::Window window;
+        auto *screen = new LoginTestController;
+        QQuickWindow *quick = show(window, screen);
+        QVERIFY(quick && screen->passwordTextField()->becomeFirstResponder());
+        QString chosen;
+        auto *alert = ui::AlertController::alertControllerWithTitle(QStringLiteral("Warning"), QStringLiteral("Sure?"),
+                                                                    ui::AlertController::Style::Alert);
+        for (const auto &[title, style] : {std::pair{"YES DELETE MY PROFILE", ui::AlertAction::Style::Destructive},
+                                          std::pair{"cancel", ui::AlertAction::Style::Default}})
+            alert->addAction(ui::AlertAction::actionWithTitle(QString::fromLatin1(title), style,
+                                                              [&chosen](ui::AlertAction *a) { chosen = a->title(); }));
+        screen->presentViewController(alert, true);
+        QTRY_VERIFY(quick->activeFocusItem() && quick->activeFocusItem()->objectName() == QStringLiteral("alertAction_cancel"));
+        QTest::keyClick(quick, Qt::Key_Return);
+        QTRY_COMPARE(chosen, QStringLiteral("cancel"));
+    }
+
+    // The app's own photo picker: one column that fits a phone; a click picks the file under
+    // the pointer, a folder opens.
+    void filePickerPicksTheFileUnderThePointer()
+    {
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid() && QDir(dir.path()).mkpath(QStringLiteral("Trips")));
+        for (const char *name : {"IMG_0001.JPG", "IMG_0002.jpeg", "A photo with a very long name taken at the conference.png"}) {
+            QImage picture(40, 30, QImage::Format_RGB32);
+            picture.fill(Qt::darkCyan);
+            QVERIFY(picture.save(dir.filePath(QString::fromLatin1(name)), "PNG"));
+        }
+        ui::Window window;
+        auto *screen = new LoginTestController;
+        QQuickWindow *quick = show(window, screen);
+        QVERIFY(quick);
+        QUrl picked;
+        ui::FilePickerSheet *sheet = ui::FilePickerSheet::showFilePickerWithTitle(
+            QStringLiteral("Choose a photo"), {QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("png")},
+            QStringLiteral("No pictures in this folder"), [&picked](const QUrl &file) { picked = file; }, screen);
+        QVERIFY(sheet);
+        sheet->openFolder(dir.path());
+
+        // One column inside the window, folders first, no row over another.
+        QQuickItem *second = nullptr;
+        QTRY_VERIFY((second = find(quick, "fileEntry_IMG_0001.JPG")));
+        QTRY_VERIFY(second->width() > 0);
+        qreal bottom = 0;
+        for (const char *name : {"fileEntry_Trips", "fileEntry_A photo with a very long name taken at the conference.png",
+                                 "fileEntry_IMG_0001.JPG", "fileEntry_IMG_0002.jpeg"}) {
+            QQuickItem *entry = find(quick, name);
+            QVERIFY2(entry, name);
+            const QRectF box = entry->mapRectToScene(QRectF(0, 0, entry->width(), entry->height()));
+            QVERIFY(box.left() >= 0 && box.right() <= quick->width() && box.top() >= bottom);
+            bottom = box.bottom();
+        }
+        QTest::mouseClick(quick, Qt::LeftButton, {}, centreOf(second));
+        QTRY_COMPARE(picked, QUrl::fromLocalFile(dir.filePath(QStringLiteral("IMG_0001.JPG"))));
+        QTRY_VERIFY(!find(quick, "filePickerSheet"));
     }
 
     void embeddedScreenIsDrawnInItsSlot()

@@ -3,8 +3,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Vantrel.Ui
 
-// An alert over a dimmed screen, centred (or an action sheet at the bottom). Escape, and for
-// a sheet a tap beside it, chooses the cancel action.
+// An alert over a dimmed screen, centred (or an action sheet at the bottom). Return chooses the
+// preferred action (drawn bold, never a destructive one) or the button Tab moved to; Escape,
+// and for a sheet a tap beside it, chooses the action that backs out.
 FocusScope {
     id: alertView
 
@@ -13,6 +14,8 @@ FocusScope {
 
     focus: true
     Keys.onEscapePressed: (event) => { event.accepted = alertView.controller.cancel(); }
+    Keys.onReturnPressed: (event) => { event.accepted = alertView.controller.choosePreferred(); }
+    Keys.onEnterPressed: (event) => { event.accepted = alertView.controller.choosePreferred(); }
 
     Rectangle {
         anchors.fill: parent
@@ -90,15 +93,15 @@ FocusScope {
                     delegate: Button {
                         id: actionButton
                         required property AlertAction modelData
-                        required property int index
                         objectName: "alertAction_" + modelData.title
                         Layout.fillWidth: true
                         Layout.preferredHeight: 44
                         flat: true
-                        focus: index === 0
+                        // Return goes to the preferred button until Tab moves on.
+                        focus: modelData === alertView.controller.preferredAction
                         enabled: modelData.enabled
                         text: modelData.title
-                        font.bold: modelData.style === AlertAction.Cancel
+                        font.bold: modelData === alertView.controller.preferredAction
                         // A flat button draws its title in the window text colour.
                         palette.windowText: modelData.style === AlertAction.Destructive ? "#ff3b30" : Theme.accentColor
                         Accessible.name: modelData.title

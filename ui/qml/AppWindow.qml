@@ -41,6 +41,14 @@ ApplicationWindow {
                 visible: !covered
                 enabled: index === appWindow.uiWindow.presentationStack.length - 1
                 focus: enabled
+                // The screen on top takes the keys (an alert or a picker from whichever field
+                // had them), once the screens under it have let them go.
+                onEnabledChanged: if (enabled) Qt.callLater(takeKeys)
+                Component.onCompleted: if (enabled) Qt.callLater(takeKeys)
+                function takeKeys() {
+                    if (enabled && visible)
+                        forceActiveFocus();
+                }
             }
         }
     }

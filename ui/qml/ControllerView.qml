@@ -3,7 +3,8 @@ import Vantrel.Ui
 
 // Draws one screen: loads the controller's own QML view with the controller handed in as
 // `controller`, reports the size to the controller's view, and draws the views added to it
-// at run time (busy indicators) on top.
+// at run time (busy indicators) on top. While the controller's view refuses interaction the
+// screen's own items take no input.
 FocusScope {
     id: host
 
@@ -31,6 +32,7 @@ FocusScope {
         id: loader
         anchors.fill: parent
         focus: true
+        enabled: !host.controller || host.controller.view.userInteractionEnabled
 
         function load() {
             if (!host.controller || host.controller.viewUrl.toString() === "")

@@ -2,7 +2,8 @@ import QtQuick
 import Vantrel.Ui
 
 // A busy indicator placed by its outlet's frame: a rounded square with a ring of spokes
-// turning in steps, drawn with plain rectangles so every renderer shows it.
+// turning in steps, drawn with plain rectangles so every renderer shows it, and the caption
+// (what the wait is for) in a pill under it.
 Rectangle {
     id: square
 
@@ -17,7 +18,7 @@ Rectangle {
     color: outlet ? outlet.backgroundColor : "transparent"
     visible: outlet ? !outlet.hidden : false
     Accessible.role: Accessible.Indicator
-    Accessible.name: "Loading"
+    Accessible.name: outlet && outlet.caption.length > 0 ? outlet.caption : "Loading"
 
     Item {
         id: spokes
@@ -57,4 +58,24 @@ Rectangle {
     }
 
     MouseArea { anchors.fill: parent } // taps stop at the indicator
+
+    Rectangle {
+        anchors.top: parent.bottom
+        anchors.topMargin: 8
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: captionText.implicitWidth + 24
+        height: captionText.implicitHeight + 10
+        radius: height / 2
+        color: square.color
+        visible: captionText.text.length > 0
+
+        Text {
+            id: captionText
+            objectName: "activityCaption"
+            anchors.centerIn: parent
+            text: square.outlet ? square.outlet.caption : ""
+            color: square.outlet ? square.outlet.color : "white"
+            font.pixelSize: 14
+        }
+    }
 }

@@ -33,6 +33,8 @@ TextField {
     onTextEdited: if (outlet) outlet.userEditedText(text)
     onAccepted: if (outlet) outlet.userPressedReturn()
     onActiveFocusChanged: if (outlet) outlet.userFocusChanged(activeFocus)
+    // A field given the keyboard before it was drawn (the first field of a form) takes it now.
+    Component.onCompleted: if (outlet && outlet.firstResponder) Qt.callLater(field.forceActiveFocus)
 
     Connections {
         target: field.outlet

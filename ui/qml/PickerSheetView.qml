@@ -4,28 +4,25 @@ import QtQuick.Layouts
 import Vantrel.Ui
 
 // A picker sheet: a wheel of rows under a bar with "Cancel", the title and "Done".
-// Up and Down turn the wheel, Return chooses, Escape or a tap beside the sheet cancels.
+// A tap on a row, Up and Down, or typing the start of a row select; Return chooses; Escape or
+// a tap beside the sheet cancels. The controller holds the selection: the wheel follows it.
 FocusScope {
     id: sheetView
 
     required property PickerSheet controller
 
     focus: true
-    // The sheet takes the keys from whichever field opened it, once the screens under it have
-    // settled (the screen it covers gives up its focus as it is disabled).
-    onEnabledChanged: focusTimer.restart()
-
-    Timer {
-        id: focusTimer
-        interval: 0
-        running: true
-        onTriggered: if (sheetView.enabled && sheetView.visible) sheetView.forceActiveFocus()
-    }
     Keys.onEscapePressed: sheetView.controller.cancel()
     Keys.onReturnPressed: sheetView.controller.done()
     Keys.onEnterPressed: sheetView.controller.done()
     Keys.onUpPressed: sheetView.controller.selectedIndex = sheetView.controller.selectedIndex - 1
     Keys.onDownPressed: sheetView.controller.selectedIndex = sheetView.controller.selectedIndex + 1
+    Keys.onPressed: (event) => {
+        if (event.text.length > 0 && (event.modifiers & ~Qt.ShiftModifier) === 0) {
+            sheetView.controller.keyboardSearch(event.text);
+            event.accepted = true;
+        }
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -104,11 +101,14 @@ FocusScope {
             delegate: Label {
                 required property string modelData
                 required property int index
+                objectName: "pickerRow_" + index
                 text: modelData
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
                 font.pixelSize: 21
                 opacity: 1.0 - Math.abs(Tumbler.displacement) / (wheel.visibleItemCount / 2)
+
+                TapHandler { onTapped: sheetView.controller.selectedIndex = index }
             }
         }
 
@@ -124,7 +124,7 @@ FocusScope {
                 pending += event.angleDelta.y;
                 const rows = pending > 0 ? Math.floor(pending / 120) : Math.ceil(pending / 120);
                 pending -= rows * 120;
-                wheel.currentIndex = Math.max(0, Math.min(wheel.count - 1, wheel.currentIndex - rows));
+                sheetView.controller.selectedIndex = wheel.currentIndex - rows;
             }
         }
     }
