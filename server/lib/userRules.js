@@ -8,6 +8,7 @@
 // - Which flags the owner may move, and in which direction only.
 // - Account state: an account that is not authorised, or asked to be deleted, cannot sign in,
 //   and setting either flag ends every session it has.
+// - A changed password is reported (the sign-in lockout forgives the account then).
 
 const { checkChangedValues } = require('./fieldRules');
 const newsroom = require('./newsroom');
@@ -138,10 +139,11 @@ async function endSessions(Parse, user) {
   await Parse.Object.destroyAll(sessions, { useMasterKey: true });
 }
 
-function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
+function register(Parse, { onDeletionRequested, onPasswordChanged, beforeEveryWrite }) {
   Parse.Cloud.beforeSave(Parse.User, (request) => {
     beforeEveryWrite(request);
     request.context.revokesAccess = Boolean(request.original) && revokesAccess(request.object);
+    request.context.passwordChanged = Boolean(request.original) && request.object.dirty('password');
     if (!request.master) {
       checkUserWrite(Parse, request);
     } else if (!request.original) {
@@ -154,6 +156,9 @@ function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
     const was = (key) => request.original?.get(key);
     if (request.context.revokesAccess) {
       await endSessions(Parse, user);
+    }
+    if (request.context.passwordChanged) {
+      await onPasswordChanged(user);
     }
     if (isNewsroom(user) !== (was('isNewsDeskUser') === true)) {
       await newsroom.setMember(Parse, user, isNewsroom(user));
