@@ -63,6 +63,7 @@ async function main() {
   const { createRequestGuard } = require('./lib/requestGuard');
   const { createLoginNames } = require('./lib/loginNames');
   const { createLoginLockout } = require('./lib/loginLockout');
+  const liveQueryAccess = require('./lib/liveQueryAccess').createLiveQueryAccess();
   const { createRequestReplay } = require('./lib/requestReplay');
   const { rateLimits } = require('./lib/rateLimits');
   const providers = require('./lib/providers');
@@ -141,9 +142,11 @@ async function main() {
       });
       require('./lib/userRules').register(Parse, {
         onDeletionRequested: notices.onDeletionRequested,
+        onSessionsEnded: () => liveQueryAccess.closeEndedSessions(Parse),
         onPasswordChanged: (user) => lockout.forgive(user.get('username')),
         beforeEveryWrite,
       });
+      liveQueryAccess.register(Parse);
       require('./lib/recordRules').register(Parse, { beforeEveryWrite });
       fileRules.register(Parse, { db, bytesPerDay: limits.uploadBytesPerDay });
     },
@@ -173,13 +176,13 @@ async function main() {
     server.once('error', reject);
     server.listen(settings.port, settings.host, resolve);
   });
-  await ParseServer.createLiveQueryServer(server, {
+  liveQueryAccess.attach(await ParseServer.createLiveQueryServer(server, {
     appId: settings.appId,
     serverURL: settings.serverURL,
     // LiveQuery accepts a connection when any one listed key matches, so listing the
     // application id (which every connect frame carries) would let any key through.
     keyPairs: { clientKey: settings.clientKey },
-  });
+  }));
   // Cloud code reaches Parse Server through the app built above.
   await newsroom.synchronise(parse);
   await require('./lib/db').migrate(db);

@@ -8,7 +8,8 @@
 // - Which flags the owner may move, and in which direction only.
 // - Account state: an account that is not authorised, or asked to be deleted, cannot sign in,
 //   and setting either flag ends every session it has.
-// - A changed password is reported (the sign-in lockout forgives the account then).
+// - Whoever keeps state about sessions or sign-ins hears when sessions ended and when a
+//   password changed (Parse Server itself ends the other sessions then).
 
 const { checkChangedValues } = require('./fieldRules');
 const newsroom = require('./newsroom');
@@ -139,7 +140,7 @@ async function endSessions(Parse, user) {
   await Parse.Object.destroyAll(sessions, { useMasterKey: true });
 }
 
-function register(Parse, { onDeletionRequested, onPasswordChanged, beforeEveryWrite }) {
+function register(Parse, { onDeletionRequested, onSessionsEnded, onPasswordChanged, beforeEveryWrite }) {
   Parse.Cloud.beforeSave(Parse.User, (request) => {
     beforeEveryWrite(request);
     request.context.revokesAccess = Boolean(request.original) && revokesAccess(request.object);
@@ -160,6 +161,9 @@ function register(Parse, { onDeletionRequested, onPasswordChanged, beforeEveryWr
     if (request.context.passwordChanged) {
       await onPasswordChanged(user);
     }
+    if (request.context.revokesAccess || request.context.passwordChanged) {
+      await onSessionsEnded();
+    }
     if (isNewsroom(user) !== (was('isNewsDeskUser') === true)) {
       await newsroom.setMember(Parse, user, isNewsroom(user));
     }
@@ -177,4 +181,4 @@ function register(Parse, { onDeletionRequested, onPasswordChanged, beforeEveryWr
   Parse.Cloud.beforeFind(Parse.User, (request) => limitReadableUsers(Parse, request));
 }
 
-module.exports = { register, userFlagRules, isNewsroom, forbidden };
+module.exports = { register, userFlagRules, isNewsroom, forbidden, refusesSignIn };
