@@ -62,18 +62,30 @@ async function main() {
   const db = await require('./lib/db').open(settings.databaseURI());
   const { createRequestGuard } = require('./lib/requestGuard');
   const { createLoginNames } = require('./lib/loginNames');
+  const { createLoginLockout } = require('./lib/loginLockout');
+  const liveQueryAccess = require('./lib/liveQueryAccess').createLiveQueryAccess();
   const { createRequestReplay } = require('./lib/requestReplay');
   const { rateLimits } = require('./lib/rateLimits');
   const providers = require('./lib/providers');
   const newsroom = require('./lib/newsroom');
   const fileRules = require('./lib/fileRules');
   let parse;
+  const masterKey = settingsModule.readSecret(settings.masterKeyFile);
+  // Parse Server's own lockout counts failures that never expire; this one forgets them after
+  // its window (lib/loginLockout.js, applied by lib/loginNames.js).
+  const lockout = createLoginLockout({
+    db,
+    secret: masterKey,
+    threshold: limits.lockoutThreshold,
+    windowMs: limits.lockoutWindowMs,
+    lockMs: limits.lockoutMinutes * 60 * 1000,
+  });
 
   const parseServer = new ParseServer({
     appId: settings.appId,
     appName: 'Vantrel PRO',
     clientKey: settings.clientKey,
-    masterKey: settingsModule.readSecret(settings.masterKeyFile),
+    masterKey,
     masterKeyIps: ['127.0.0.1', '::1'],
     readOnlyMasterKeyIps: ['127.0.0.1', '::1'],
     allowAggregationForReadOnlyMasterKey: false,
@@ -95,7 +107,6 @@ async function main() {
     protectedFieldsOwnerExempt: true,
     protectedFieldsTriggerExempt: true,
     protectedFieldsSaveResponseExempt: true,
-    accountLockout: { threshold: limits.lockoutThreshold, duration: limits.lockoutMinutes, unlockOnPasswordReset: true },
     maxLimit: 1000,
     maxUploadSize: `${limits.uploadBytes}b`,
     // File references may only point at this server's own files.
@@ -129,7 +140,13 @@ async function main() {
         providers: { sms: providers.smsGateway(settings.sms), email: providers.sendGrid(settings.sendgrid) },
         log,
       });
-      require('./lib/userRules').register(Parse, { onDeletionRequested: notices.onDeletionRequested, beforeEveryWrite });
+      require('./lib/userRules').register(Parse, {
+        onDeletionRequested: notices.onDeletionRequested,
+        onSessionsEnded: () => liveQueryAccess.closeEndedSessions(Parse),
+        onPasswordChanged: (user) => lockout.forgive(user.get('username')),
+        beforeEveryWrite,
+      });
+      liveQueryAccess.register(Parse);
       require('./lib/recordRules').register(Parse, { beforeEveryWrite });
       fileRules.register(Parse, { db, bytesPerDay: limits.uploadBytesPerDay });
     },
@@ -141,7 +158,7 @@ async function main() {
   app.use('/site', express.static(settings.siteDir, { index: false, dotfiles: 'ignore' }));
   app.use('/site', (req, res) => res.status(404).type('text/plain').send('Not found\n'));
   app.use(createRequestGuard({ uploadLimit: limits.uploadBytes, selectableUserKeys: ['objectId', ...messagePartnerKeys] }));
-  app.use(createLoginNames({ db, resetLimit: limits.passwordResetPerAddress }));
+  app.use(createLoginNames({ db, resetLimit: limits.passwordResetPerAddress, lockout }));
   app.use(createRequestReplay({ db, ttlDays: limits.replayDays, maxBytes: limits.replayBytes }));
   app.use('/', parseServer.app);
   app.use((req, res) => res.status(404).json({ code: 119, error: 'No such route.' }));
@@ -159,13 +176,13 @@ async function main() {
     server.once('error', reject);
     server.listen(settings.port, settings.host, resolve);
   });
-  await ParseServer.createLiveQueryServer(server, {
+  liveQueryAccess.attach(await ParseServer.createLiveQueryServer(server, {
     appId: settings.appId,
     serverURL: settings.serverURL,
     // LiveQuery accepts a connection when any one listed key matches, so listing the
     // application id (which every connect frame carries) would let any key through.
     keyPairs: { clientKey: settings.clientKey },
-  });
+  }));
   // Cloud code reaches Parse Server through the app built above.
   await newsroom.synchronise(parse);
   await require('./lib/db').migrate(db);

@@ -1,7 +1,7 @@
 'use strict';
 // The backend's own tables beside Parse Server's, in the same PostgreSQL database: answers to
-// retried writes and the upload ledger. Shared by every node of the backend, so a retry or a
-// quota is honoured whichever node answers.
+// retried writes, the upload ledger and the failed sign-ins behind the lockout. Shared by every
+// node of the backend, so a retry, a quota or a lockout is honoured whichever node answers.
 
 const pgp = require('pg-promise')({ noWarnings: true });
 
@@ -23,6 +23,16 @@ CREATE TABLE IF NOT EXISTS vantrel_upload (
   created_at timestamptz NOT NULL DEFAULT now()
 );
 CREATE INDEX IF NOT EXISTS vantrel_upload_user ON vantrel_upload (user_id, created_at);
+CREATE TABLE IF NOT EXISTS vantrel_login_failure (
+  id      bigserial PRIMARY KEY,
+  account text NOT NULL,
+  at      timestamptz NOT NULL DEFAULT now()
+);
+CREATE INDEX IF NOT EXISTS vantrel_login_failure_account ON vantrel_login_failure (account, at);
+CREATE TABLE IF NOT EXISTS vantrel_login_lock (
+  account text PRIMARY KEY,
+  until   timestamptz NOT NULL
+);
 `;
 
 async function open(databaseURI) {

@@ -12,6 +12,8 @@
 //   first bytes rather than by their name.
 
 const { Buffer } = require('buffer');
+const { posix } = require('path');
+const { LOGIN_PATH } = require('./loginNames');
 
 const PARSE = {
   OPERATION_FORBIDDEN: 119,
@@ -170,6 +172,7 @@ function canonicalPath(rawPath) {
 
 // The requests of a batch are routed by their paths too. A transaction is for the master key
 // only: Parse Server answers a transaction that holds a refused request with a server error.
+// Passwords are checked one request at a time, where the lockout sees them.
 function checkBatch(req) {
   if (!/^\/batch\/?$/i.test(req.path) || !Array.isArray(req.body.requests)) {
     return;
@@ -180,7 +183,12 @@ function checkBatch(req) {
   for (const sub of req.body.requests) {
     if (sub && typeof sub === 'object' && typeof sub.path === 'string') {
       const query = sub.path.indexOf('?');
-      sub.path = query < 0 ? canonicalPath(sub.path) : canonicalPath(sub.path.slice(0, query)) + sub.path.slice(query);
+      // Parse Server resolves "." and ".." in the paths of a batch.
+      const path = posix.join('/', canonicalPath(query < 0 ? sub.path : sub.path.slice(0, query)));
+      sub.path = query < 0 ? path : path + sub.path.slice(query);
+      if (LOGIN_PATH.test(path)) {
+        refuse(PARSE.OPERATION_FORBIDDEN, 'sign-ins and password checks cannot be sent inside a batch');
+      }
     }
   }
 }

@@ -101,24 +101,28 @@ function createRequestReplay({ db, ttlDays, maxBytes }) {
       keep(chunk, encoding);
       return write(chunk, encoding, ...rest);
     };
-    res.end = (chunk, encoding, ...rest) => {
-      keep(chunk, encoding);
-      return end(chunk, encoding, ...rest);
-    };
+    let finished = null;
     const finish = (kept) => {
-      const done = kept
+      finished ??= (kept
         ? db.none(`UPDATE vantrel_replay SET state = 'done', status = $2, content_type = $3, answer = $4
                     WHERE request_key = $1`,
         [key, res.statusCode, String(res.get('Content-Type') || ''), Buffer.concat(chunks)])
-        : db.none('DELETE FROM vantrel_replay WHERE request_key = $1', [key]);
-      done.catch(() => {}).finally(() => {
-        inFlight.delete(key);
-        settle();
-      });
+        : db.none('DELETE FROM vantrel_replay WHERE request_key = $1', [key]))
+        .catch(() => {})
+        .finally(() => {
+          inFlight.delete(key);
+          settle();
+        });
+      return finished;
     };
-    // A server error leaves it unknown whether the write happened: the row goes, and Parse
-    // Server's own idempotency refuses a retry if the write got that far.
-    res.on('finish', () => finish(res.statusCode < 500 && size <= MAX_ANSWER_BYTES));
+    // The answer is kept before it leaves, so that a retry after a crash finds it. A server
+    // error leaves it unknown whether the write happened: the row goes, and Parse Server's own
+    // idempotency refuses a retry if the write got that far.
+    res.end = (chunk, encoding, ...rest) => {
+      keep(chunk, encoding);
+      finish(res.statusCode < 500 && size <= MAX_ANSWER_BYTES).then(() => end(chunk, encoding, ...rest));
+      return res;
+    };
     res.on('close', () => {
       if (!res.writableFinished) {
         finish(false);

@@ -81,7 +81,9 @@ function load(env = process.env) {
       notice: rate(env, 'NOTICE_RATE', 10, 60),
       noticeGlobal: rate(env, 'NOTICE_GLOBAL_RATE', 300, 60),
       noticesPerDay: wholeNumber(env, 'VANTREL_NOTICE_DAILY_CAP', 100),
+      // Failed password checks of one name within a rolling window lock it for a while.
       lockoutThreshold: wholeNumber(env, 'VANTREL_LOCKOUT_THRESHOLD', 5, { max: 999 }),
+      lockoutWindowMs: wholeNumber(env, 'VANTREL_LOCKOUT_WINDOW', 15 * 60, { max: 7 * 24 * 3600 }) * 1000,
       lockoutMinutes: wholeNumber(env, 'VANTREL_LOCKOUT_MINUTES', 15, { max: 99999 }),
       uploadBytes: wholeNumber(env, 'VANTREL_UPLOAD_MAX_BYTES', 10 * 1024 * 1024),
       uploadBytesPerDay: wholeNumber(env, 'VANTREL_UPLOAD_DAILY_BYTES', 100 * 1024 * 1024),

@@ -8,6 +8,8 @@
 // - Which flags the owner may move, and in which direction only.
 // - Account state: an account that is not authorised, or asked to be deleted, cannot sign in,
 //   and setting either flag ends every session it has.
+// - Whoever keeps state about sessions or sign-ins hears when sessions ended and when a
+//   password changed (Parse Server itself ends the other sessions then).
 
 const { checkChangedValues } = require('./fieldRules');
 const newsroom = require('./newsroom');
@@ -138,10 +140,11 @@ async function endSessions(Parse, user) {
   await Parse.Object.destroyAll(sessions, { useMasterKey: true });
 }
 
-function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
+function register(Parse, { onDeletionRequested, onSessionsEnded, onPasswordChanged, beforeEveryWrite }) {
   Parse.Cloud.beforeSave(Parse.User, (request) => {
     beforeEveryWrite(request);
     request.context.revokesAccess = Boolean(request.original) && revokesAccess(request.object);
+    request.context.passwordChanged = Boolean(request.original) && request.object.dirty('password');
     if (!request.master) {
       checkUserWrite(Parse, request);
     } else if (!request.original) {
@@ -154,6 +157,12 @@ function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
     const was = (key) => request.original?.get(key);
     if (request.context.revokesAccess) {
       await endSessions(Parse, user);
+    }
+    if (request.context.passwordChanged) {
+      await onPasswordChanged(user);
+    }
+    if (request.context.revokesAccess || request.context.passwordChanged) {
+      await onSessionsEnded();
     }
     if (isNewsroom(user) !== (was('isNewsDeskUser') === true)) {
       await newsroom.setMember(Parse, user, isNewsroom(user));
@@ -172,4 +181,4 @@ function register(Parse, { onDeletionRequested, beforeEveryWrite }) {
   Parse.Cloud.beforeFind(Parse.User, (request) => limitReadableUsers(Parse, request));
 }
 
-module.exports = { register, userFlagRules, isNewsroom, forbidden };
+module.exports = { register, userFlagRules, isNewsroom, forbidden, refusesSignIn };

@@ -1,6 +1,6 @@
 // Signing in against the running backend: accounts the server refuses and whose sessions it
-// ends, the lockout after repeated failures by every route that checks a password, and sign-in
-// names (and password-reset requests) in any letter case.
+// ends, the lockout after repeated failures by every route that checks a password (of unknown
+// names alike), and sign-in names (and password-reset requests) in any letter case.
 
 #include "BackendProbe.h"
 #include "TestBackend.h"
@@ -72,7 +72,8 @@ private Q_SLOTS:
         QCOMPARE(errorCode(logIn(u.username, u"Wr0ngPassword"_s)), kObjectNotFound);
     }
 
-    // Five failed attempts lock the account for 15 minutes, whichever route they took.
+    // Five failed attempts lock the account for 15 minutes, whichever route they took; an unknown
+    // name locks alike. A batch cannot try passwords at all.
     void lockout_data()
     {
         // clang-format off
@@ -81,8 +82,10 @@ private Q_SLOTS:
         QTest::newRow("four failures leave it open") << "login" << 4;
         QTest::newRow("five failed logins") << "login" << 5;
         QTest::newRow("in another letter case") << "other case" << 5;
-        QTest::newRow("inside a batch") << "batch" << 5;
+        QTest::newRow("the name in the query string") << "query" << 5;
         QTest::newRow("password checks") << "verifyPassword" << 5;
+        QTest::newRow("an unknown name") << "unknown" << 5;
+        QTest::newRow("inside a batch: refused, nothing tried") << "batch" << 5;
         // clang-format on
     }
     void lockout()
@@ -90,21 +93,29 @@ private Q_SLOTS:
         QFETCH(QString, route);
         QFETCH(int, failures);
         const TestBackend::User u = backend().signUpUser();
-        const QJsonObject wrong{{u"username"_s, route == "other case"_L1 ? otherCase(u.username) : u.username},
-                                {u"password"_s, u"Wr0ngPassword"_s}};
+        const QString name = route == "other case"_L1 ? otherCase(u.username)
+                             : route == "unknown"_L1  ? u"Nobody."_s + u.username
+                                                      : u.username;
+        const QJsonObject wrong{{u"username"_s, name}, {u"password"_s, u"Wr0ngPassword"_s}};
         if (route == "batch"_L1) {
             QJsonArray requests;
             for (int i = 0; i < failures; ++i)
                 requests.append(QJsonObject{{u"method"_s, u"POST"_s}, {u"path"_s, u"/login"_s}, {u"body"_s, wrong}});
-            QCOMPARE(backend().request("POST", u"/batch"_s, {{u"requests"_s, requests}}).status, 200);
+            QCOMPARE(errorCode(backend().request("POST", u"/batch"_s, {{u"requests"_s, requests}})),
+                     kOperationForbidden);
         } else {
+            const QString path =
+                route == "verifyPassword"_L1 ? u"/verifyPassword"_s
+                : route == "query"_L1
+                    ? u"/login?username=%1&password=x"_s.arg(QString::fromUtf8(QUrl::toPercentEncoding(name)))
+                    : u"/login"_s;
             for (int i = 0; i < failures; ++i)
-                backend().request("POST", route == "verifyPassword"_L1 ? u"/verifyPassword"_s : u"/login"_s, wrong);
+                backend().request("POST", path, route == "query"_L1 ? QJsonObject() : wrong);
         }
-        const TestBackend::Reply r = logIn(u.username, u.password);
-        QVERIFY2((r.status == 200) == (failures < 5), r.raw.constData());
-        if (failures >= 5)
-            QVERIFY(r.text(u"error"_s).contains(u"locked"_s));
+        const TestBackend::Reply r = logIn(name, u.password);
+        const bool locked = failures >= 5 && route != "batch"_L1;
+        QVERIFY2(locked ? errorCode(r) == kObjectNotFound && r.text(u"error"_s).contains(u"locked"_s) : r.status == 200,
+                 r.raw.constData());
     }
 
     // The address typed in another letter case finds the account, which keeps its name as

@@ -24,7 +24,8 @@ namespace {
 const auto kSms = u"You have a new Vantrel Message please check the app"_s;
 const auto kEditorPhone = u"+447700900412"_s;
 const auto kEditorMail = u"claire.ashworth@northgate-news.example"_s;
-const int kLoginLimit = 8, kSignUpLimit = 3, kResetLimit = 6, kResetAddressLimit = 2, kNoticeLimit = 3;
+const int kLoginLimit = 12, kSignUpLimit = 3, kResetLimit = 6, kResetAddressLimit = 2, kNoticeLimit = 3;
+const int kLockoutWindowSeconds = 4;
 
 int freePort()
 {
@@ -63,6 +64,7 @@ class ServerOperatorTest : public QObject {
               u"VANTREL_RESET_RATE_LIMIT=%1"_s.arg(kResetLimit),
               u"VANTREL_RESET_ADDRESS_RATE_LIMIT=%1"_s.arg(kResetAddressLimit),
               u"VANTREL_NOTICE_RATE_LIMIT=%1"_s.arg(kNoticeLimit), u"VANTREL_SMS_GATEWAY_URL="_s + provider + u"/sms"_s,
+              u"VANTREL_LOCKOUT_THRESHOLD=2"_s, u"VANTREL_LOCKOUT_WINDOW=%1"_s.arg(kLockoutWindowSeconds),
               u"VANTREL_SMS_GATEWAY_TOKEN=sms-secret"_s, u"SENDGRID_API_KEY=mail-secret"_s,
               u"SENDGRID_API_URL="_s + provider + u"/mail"_s})
             environment.insert(setting.section(u'=', 0, 0), setting.section(u'=', 1));
@@ -229,6 +231,31 @@ private Q_SLOTS:
             const QByteArray text = file.readAll();
             QVERIFY2(!text.contains("victim@") && !text.contains("7700900999"), qPrintable(file.fileName()));
         }
+    }
+
+    // A failed password check older than the window no longer counts (here two lock); to wrong
+    // passwords an account and an unknown name give the same answers all along.
+    void lockoutWindowRolls()
+    {
+        const QString known = uniqueTag() + u"@example.test"_s;
+        backend().request("POST", u"/users"_s,
+                          {{u"username"_s, known}, {u"password"_s, u"Passw0rdAb"_s}, {u"isAuthorised"_s, true}}, true);
+        QList<QByteArray> answers[2]; // the account's, and an unknown name's (it has no right password)
+        const auto attempt = [&](const QString &password) {
+            for (int i = 0; i < (password == "wrong"_L1 ? 2 : 1); ++i)
+                answers[i] << backend()
+                                  .request(
+                                      "POST", u"/verifyPassword"_s,
+                                      {{u"username"_s, i ? u"nobody."_s + known : known}, {u"password"_s, password}})
+                                  .raw;
+        };
+        attempt(u"wrong"_s);
+        QTest::qWait(kLockoutWindowSeconds * 1000 + 500);
+        for (const QString &password : {u"wrong"_s, u"Passw0rdAb"_s, u"wrong"_s, u"wrong"_s})
+            attempt(password);
+        QVERIFY2(answers[0].takeAt(2).contains("objectId"), "the failure of the earlier window still counted");
+        QVERIFY2(answers[0].constLast().contains("locked"), answers[0].constLast().constData());
+        QCOMPARE(answers[1], answers[0]);
     }
 
     // Per client address on sign-in, sign-up and reset requests, per address asked for, and per

@@ -1,6 +1,7 @@
 // The backend's services against the running backend: the notice functions and what they
 // refuse to relay, retried writes answered from their first attempt, malformed requests and
-// uploads, the operator's pages and LiveQuery for messages.
+// uploads, the operator's pages and LiveQuery for messages (the read rules of queries, and no
+// longer than the session lasts).
 
 #include "BackendProbe.h"
 #include "TestBackend.h"
@@ -38,7 +39,7 @@ QList<QJsonObject> noticesOf(const QString &userId)
 struct LiveQueryClient {
     QWebSocket socket;
     QString frames;
-    explicit LiveQueryClient(const QString &sessionToken)
+    explicit LiveQueryClient(const QString &sessionToken, const QJsonObject &where = {})
     {
         const TestBackend &backend = TestBackend::instance();
         const auto send = [this, sessionToken](QJsonObject frame) {
@@ -50,12 +51,12 @@ struct LiveQueryClient {
                   {u"applicationId"_s, backend.applicationId()},
                   {u"clientKey"_s, backend.clientKey()}});
         });
-        QObject::connect(&socket, &QWebSocket::textMessageReceived, [this, send](const QString &text) {
+        QObject::connect(&socket, &QWebSocket::textMessageReceived, [this, send, where](const QString &text) {
             frames += text;
             if (text.contains(u"\"connected\""_s))
                 send({{u"op"_s, u"subscribe"_s},
                       {u"requestId"_s, 1},
-                      {u"query"_s, QJsonObject{{u"className"_s, u"Message"_s}, {u"where"_s, QJsonObject()}}}});
+                      {u"query"_s, QJsonObject{{u"className"_s, u"Message"_s}, {u"where"_s, where}}}});
         });
         socket.open(QUrl(backend.value(u"VANTREL_LIVEQUERY_URL"_s)));
     }
@@ -342,24 +343,53 @@ private Q_SLOTS:
         QCOMPARE(status == 200, contentType.startsWith("text/html") && r.raw.contains("Vantrel PRO"));
     }
 
-    void liveQueryDeliversMessagesToTheirPartiesOnly()
+    // A message reaches a subscription only when a query by the same session could read it, and
+    // a session that ends takes its subscriptions with it at once.
+    void liveQueryFollowsReadRules_data()
     {
+        // clang-format off
+        QTest::addColumn<QString>("subscriber");
+        QTest::addColumn<QString>("where"); // EDITOR and RECIPIENT stand for their objectIds
+        QTest::addColumn<QJsonObject>("ending"); // what the subscriber saves to their account first
+        QTest::addColumn<bool>("delivered");
+        QTest::newRow("the recipient") << "recipient" << "{}" << QJsonObject() << true;
+        QTest::newRow("another freelancer") << "outsider" << "{}" << QJsonObject() << false;
+        QTest::newRow("another freelancer, on the pair") << "outsider" << R"({"from":{"__type":"Pointer","className":"_User","objectId":"EDITOR"},"to":{"__type":"Pointer","className":"_User","objectId":"RECIPIENT"}})" << QJsonObject() << false;
+        QTest::newRow("another freelancer, on users' addresses") << "outsider" << R"({"to":{"$inQuery":{"className":"_User","where":{"email":{"$exists":true}}}}})" << QJsonObject() << false;
+        QTest::newRow("authorisation given up") << "recipient" << "{}" << QJsonObject{{u"isAuthorised"_s, false}} << false;
+        QTest::newRow("deletion asked") << "recipient" << "{}" << QJsonObject{{u"shouldDeleteAccount"_s, true}} << false;
+        // clang-format on
+    }
+    void liveQueryFollowsReadRules()
+    {
+        QFETCH(QString, subscriber);
+        QFETCH(QString, where);
+        QFETCH(QJsonObject, ending);
+        QFETCH(bool, delivered);
         const TestBackend::User editor = newsroomUser();
-        const TestBackend::User freelancer = backend().signUpUser();
-        const TestBackend::User outsider = backend().signUpUser();
-        LiveQueryClient recipient(freelancer.sessionToken), stranger(outsider.sessionToken);
-        QTRY_VERIFY(recipient.frames.contains(u"subscribed"_s) && stranger.frames.contains(u"subscribed"_s));
+        const QHash<QString, TestBackend::User> people{{u"recipient"_s, backend().signUpUser()},
+                                                       {u"outsider"_s, backend().signUpUser()}};
+        where.replace(u"EDITOR"_s, editor.objectId).replace(u"RECIPIENT"_s, people[u"recipient"_s].objectId);
+        const TestBackend::User &me = people[subscriber];
+        LiveQueryClient client(me.sessionToken, QJsonDocument::fromJson(where.toUtf8()).object());
+        QTRY_VERIFY(client.frames.contains(u"subscribed"_s));
+        if (!ending.isEmpty()) {
+            QCOMPARE(send("PUT", u"/users/"_s + me.objectId, ending, me.sessionToken, {}).status, 200);
+            // At once (LiveQuery's own cache would trust the session for seconds), and for good.
+            QTRY_VERIFY_WITH_TIMEOUT(client.socket.state() == QAbstractSocket::UnconnectedState, 1000);
+            LiveQueryClient again(me.sessionToken);
+            QTRY_VERIFY(again.frames.contains(u"Invalid session token"_s) && !again.frames.contains(u"subscribed"_s));
+        }
         const QString tag = uniqueTag();
         QCOMPARE(send("POST", u"/classes/Message"_s,
                       {{u"title"_s, tag},
                        {u"from"_s, userPointer(editor.objectId)},
-                       {u"to"_s, userPointer(freelancer.objectId)}},
+                       {u"to"_s, userPointer(people[u"recipient"_s].objectId)}},
                       editor.sessionToken, {})
                      .status,
                  201);
-        QTRY_VERIFY(recipient.frames.contains(tag));
-        QTest::qWait(300);
-        QVERIFY(!stranger.frames.contains(tag));
+        QTest::qWait(delivered ? 0 : 300);
+        QTRY_COMPARE(client.frames.contains(tag), delivered);
     }
 };
 
