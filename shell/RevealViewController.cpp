@@ -270,14 +270,14 @@ void RevealViewController::rightRevealToggleAnimated(bool animated)
 
 void RevealViewController::setFrontViewPositionWithDuration(int position, double duration)
 {
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, position, rearViewController() != nullptr,
-        rightViewController() != nullptr);
-    const int newPosition = rules.position;
+    const RevealDeployment deployment = RevealDeployment::compute(
+        layerPositions(), position, rearViewController() != nullptr, rightViewController() != nullptr);
+    const int newPosition = deployment.position;
 
-    const std::function<void()> rearDone = rearDeployment(newPosition);
-    const std::function<void()> rightDone = rightDeployment(newPosition);
-    const std::function<void()> frontDone = frontDeployment(newPosition);
+    m_rearViewPosition = m_rightViewPosition = newPosition;
+    const std::function<void()> rearDone = deployLayer(m_rearLayer, deployment.rear, newPosition);
+    const std::function<void()> rightDone = deployLayer(m_rightLayer, deployment.right, newPosition);
+    const std::function<void()> frontDone = deployLayer(m_frontLayer, deployment.front, newPosition);
 
     const bool changing = m_frontViewPosition != newPosition;
     if (changing && m_delegate)
@@ -313,77 +313,38 @@ void RevealViewController::setFrontViewPositionWithDuration(int position, double
     }
 }
 
-void RevealViewController::showLayer(RevealLayer *layer, bool appear, bool animated)
+RevealDeployment::Layers RevealViewController::layerPositions() const
 {
-    ui::ViewController *controller = layer->controller();
+    return {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition};
+}
+
+std::function<void()> RevealViewController::deployLayer(RevealLayer *layer, RevealDeployment::Change change,
+                                                        int position)
+{
+    if (!change.appears && !change.disappears)
+        return [] {};
+    if (change.appears) {
+        if (layer == m_rearLayer)
+            prepareRearViewForPosition(position);
+        layer->setDeployed(true);
+    }
+    QPointer<ui::ViewController> controller(layer->controller());
     if (controller && isOnScreen())
-        controller->beginAppearanceTransition(appear, animated);
-}
-
-std::function<void()> RevealViewController::frontDeployment(int newPosition)
-{
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
-    if (rules.frontAppears) {
-        m_frontLayer->setDeployed(true);
-        showLayer(m_frontLayer, true, false);
-    } else if (rules.frontDisappears) {
-        showLayer(m_frontLayer, false, false);
-    }
-    QPointer<ui::ViewController> controller(m_frontLayer->controller());
-    const bool disappears = rules.frontDisappears;
-    const bool changes = rules.frontAppears || disappears;
-    return [this, controller, disappears, changes] {
-        if (disappears)
-            m_frontLayer->setDeployed(false);
-        if (changes && controller)
+        controller->beginAppearanceTransition(change.appears, false);
+    return [layer, controller, change] {
+        if (change.disappears)
+            layer->setDeployed(false);
+        if (controller)
             controller->endAppearanceTransition();
     };
 }
 
-std::function<void()> RevealViewController::rearDeployment(int newPosition)
+void RevealViewController::deploySidesForDrag(int position)
 {
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
-    m_rearViewPosition = newPosition;
-    if (rules.rearAppears) {
-        prepareRearViewForPosition(newPosition);
-        m_rearLayer->setDeployed(true);
-        showLayer(m_rearLayer, true, false);
-    } else if (rules.rearDisappears) {
-        showLayer(m_rearLayer, false, false);
-    }
-    QPointer<ui::ViewController> controller(m_rearLayer->controller());
-    const bool disappears = rules.rearDisappears;
-    const bool changes = rules.rearAppears || disappears;
-    return [this, controller, disappears, changes] {
-        if (disappears)
-            m_rearLayer->setDeployed(false);
-        if (changes && controller)
-            controller->endAppearanceTransition();
-    };
-}
-
-std::function<void()> RevealViewController::rightDeployment(int newPosition)
-{
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
-    m_rightViewPosition = newPosition;
-    if (rules.rightAppears) {
-        m_rightLayer->setDeployed(true);
-        showLayer(m_rightLayer, true, false);
-    } else if (rules.rightDisappears) {
-        showLayer(m_rightLayer, false, false);
-    }
-    QPointer<ui::ViewController> controller(m_rightLayer->controller());
-    const bool disappears = rules.rightDisappears;
-    const bool changes = rules.rightAppears || disappears;
-    return [this, controller, disappears, changes] {
-        if (disappears)
-            m_rightLayer->setDeployed(false);
-        if (changes && controller)
-            controller->endAppearanceTransition();
-    };
+    const RevealDeployment deployment = RevealDeployment::compute(layerPositions(), position, true, true);
+    m_rearViewPosition = m_rightViewPosition = position;
+    deployLayer(m_rightLayer, deployment.right, position)();
+    deployLayer(m_rearLayer, deployment.rear, position)();
 }
 
 QList<ui::ViewController *> RevealViewController::childrenForAppearance() const
@@ -585,14 +546,12 @@ void RevealViewController::panGestureMoved(qreal translationX)
     if (x < 0) {
         if (!rightViewController())
             x = 0;
-        rightDeployment(FrontLeftShift)();
-        rearDeployment(FrontLeftShift)();
+        deploySidesForDrag(FrontLeftShift);
     }
     if (x > 0) {
         if (!rearViewController())
             x = 0;
-        rightDeployment(FrontRightShift)();
-        rearDeployment(FrontRightShift)();
+        deploySidesForDrag(FrontRightShift);
     }
     setFrontLocation(g.adjustedDragLocation(x, m_frontViewPosition));
     notifyPanProgress(PanMoved, m_frontLocation);

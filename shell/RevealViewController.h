@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FrontViewPosition.h"
+#include "RevealDeployment.h"
 #include "RevealGeometry.h"
 #include "RevealOperation.h"
 #include "RevealOperationQueue.h"
@@ -161,11 +162,12 @@ private:
     void setFrontViewPositionWithDuration(int position, double duration);
     void performTransitionOperation(RevealOperation operation, ui::ViewController *controller, bool animated);
 
-    // Each returns what to do once the move's animation is over.
-    std::function<void()> frontDeployment(int newPosition);
-    std::function<void()> rearDeployment(int newPosition);
-    std::function<void()> rightDeployment(int newPosition);
-    void showLayer(RevealLayer *layer, bool appear, bool animated);
+    [[nodiscard]] RevealDeployment::Layers layerPositions() const;
+    // Starts what a move does to one layer and returns what finishes it once the move's
+    // animation is over.
+    std::function<void()> deployLayer(RevealLayer *layer, RevealDeployment::Change change, int position);
+    // A drag past the centre brings in the side it moves towards at once.
+    void deploySidesForDrag(int position);
 
     [[nodiscard]] RevealLayer *layerFor(RevealOperation operation) const;
     void restoreUserInteraction();
