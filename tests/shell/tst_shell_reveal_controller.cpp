@@ -384,12 +384,11 @@ private Q_SLOTS:
     void restorationKeepsEveryProperty()
     {
         Shown s;
-        RevealSettings settings;
-        settings.rearViewRevealWidth = 300;
-        settings.stableDragOnOverdraw = true;
-        settings.toggleAnimationType = 1;
-        settings.frontViewShadowOffset = QSizeF(1, 3);
-        settings.frontViewShadowColor = Qt::red;
+        const RevealSettings settings{.rearViewRevealWidth = 300,
+                                      .stableDragOnOverdraw = true,
+                                      .toggleAnimationType = 1,
+                                      .frontViewShadowOffset = QSizeF(1, 3),
+                                      .frontViewShadowColor = Qt::red};
         s.reveal->setSettings(settings);
         s.reveal->setFrontViewPosition(FrontRightShift, false);
         const QVariantMap state = RevealStateRestoration::encode(*s.reveal);
