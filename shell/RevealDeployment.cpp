@@ -20,14 +20,14 @@ RevealDeployment RevealDeployment::compute(const Layers &from, int newPosition, 
 
     const bool frontWasShown = !isRemoved(from.front);
     const bool frontWillShow = !isRemoved(newPosition);
-    d.frontAppears = !frontWasShown && frontWillShow;
-    d.frontDisappears = frontWasShown && !frontWillShow;
+    d.front.appears = !frontWasShown && frontWillShow;
+    d.front.disappears = frontWasShown && !frontWillShow;
 
     const bool rearUnknown = from.rear == kFrontViewPositionUnknown;
-    d.rearAppears = (from.rear < FrontRightShift || rearUnknown) && newPosition >= FrontRightShift;
-    d.rearDisappears = !rearUnknown && from.rear > FrontCentred && newPosition < FrontRightShift;
+    d.rear.appears = (from.rear < FrontRightShift || rearUnknown) && newPosition >= FrontRightShift;
+    d.rear.disappears = !rearUnknown && from.rear > FrontCentred && newPosition < FrontRightShift;
 
-    d.rightAppears = from.right > FrontLeftShift && newPosition < FrontCentred;
-    d.rightDisappears = from.right < FrontCentred && newPosition > FrontLeftShift;
+    d.right.appears = from.right > FrontLeftShift && newPosition < FrontCentred;
+    d.right.disappears = from.right < FrontCentred && newPosition > FrontLeftShift;
     return d;
 }

@@ -43,7 +43,7 @@ bool RevealView::contains(const QPointF &point) const
 {
     if (QQuickItem::contains(point))
         return true;
-    if (!m_controller || !m_controller->extendsPointInsideHit())
+    if (!m_controller || !m_controller->settings().extendsPointInsideHit)
         return false;
     const std::pair<QQuickItem *, ui::ViewController *> layers[] = {
         {m_rearItem, m_controller->rearViewController()},

@@ -30,7 +30,7 @@ RevealViewController::RevealViewController(QObject *parent)
     , m_rightLayer(new RevealLayer(kRightSlot, this))
     , m_animator(new RevealFrontAnimator(this))
 {
-    initDefaultProperties();
+    setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/RevealContainerView.qml")));
 }
 
 RevealViewController::RevealViewController(ui::ViewController *rearViewController,
@@ -44,19 +44,6 @@ RevealViewController::RevealViewController(ui::ViewController *rearViewControlle
 RevealViewController::~RevealViewController()
 {
     m_animator->stop();
-}
-
-void RevealViewController::initDefaultProperties()
-{
-    m_settings = RevealSettings{};
-    m_frontViewPosition = m_rearViewPosition = m_rightViewPosition = FrontCentred;
-    m_userInteractionStore = true;
-    setViewUrl(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/RevealContainerView.qml")));
-}
-
-RevealViewController *RevealViewController::viewControllerWithRestorationIdentifier(const QString &identifier)
-{
-    return identifier == kRestorationIdentifier ? new RevealViewController : nullptr;
 }
 
 bool RevealViewController::wireMenuButton(ui::ViewController *screen, ui::BarButtonItem *menuButton)
@@ -226,9 +213,9 @@ void RevealViewController::performTransitionOperation(RevealOperation operation,
     if (m_delegate)
         transition = m_delegate->revealControllerAnimationControllerForOperation(this, operation, old, controller);
     if (!transition) {
-        if (!m_defaultTransition)
-            m_defaultTransition = std::make_unique<RevealDefaultAnimationController>(
-                m_settings.replaceViewAnimationDuration);
+        // Made for each replacement, so that it fades over the duration the settings give now.
+        m_defaultTransition =
+            std::make_unique<RevealDefaultAnimationController>(m_settings.replaceViewAnimationDuration);
         transition = m_defaultTransition.get();
     }
     // The previous context may still be on the stack (it ended the last replacement); it is
@@ -283,14 +270,14 @@ void RevealViewController::rightRevealToggleAnimated(bool animated)
 
 void RevealViewController::setFrontViewPositionWithDuration(int position, double duration)
 {
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, position, rearViewController() != nullptr,
-        rightViewController() != nullptr);
-    const int newPosition = rules.position;
+    const RevealDeployment deployment = RevealDeployment::compute(
+        layerPositions(), position, rearViewController() != nullptr, rightViewController() != nullptr);
+    const int newPosition = deployment.position;
 
-    const std::function<void()> rearDone = rearDeployment(newPosition);
-    const std::function<void()> rightDone = rightDeployment(newPosition);
-    const std::function<void()> frontDone = frontDeployment(newPosition);
+    m_rearViewPosition = m_rightViewPosition = newPosition;
+    const std::function<void()> rearDone = deployLayer(m_rearLayer, deployment.rear, newPosition);
+    const std::function<void()> rightDone = deployLayer(m_rightLayer, deployment.right, newPosition);
+    const std::function<void()> frontDone = deployLayer(m_frontLayer, deployment.front, newPosition);
 
     const bool changing = m_frontViewPosition != newPosition;
     if (changing && m_delegate)
@@ -326,77 +313,38 @@ void RevealViewController::setFrontViewPositionWithDuration(int position, double
     }
 }
 
-void RevealViewController::showLayer(RevealLayer *layer, bool appear, bool animated)
+RevealDeployment::Layers RevealViewController::layerPositions() const
 {
-    ui::ViewController *controller = layer->controller();
+    return {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition};
+}
+
+std::function<void()> RevealViewController::deployLayer(RevealLayer *layer, RevealDeployment::Change change,
+                                                        int position)
+{
+    if (!change.appears && !change.disappears)
+        return [] {};
+    if (change.appears) {
+        if (layer == m_rearLayer)
+            prepareRearViewForPosition(position);
+        layer->setDeployed(true);
+    }
+    QPointer<ui::ViewController> controller(layer->controller());
     if (controller && isOnScreen())
-        controller->beginAppearanceTransition(appear, animated);
-}
-
-std::function<void()> RevealViewController::frontDeployment(int newPosition)
-{
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
-    if (rules.frontAppears) {
-        m_frontLayer->setDeployed(true);
-        showLayer(m_frontLayer, true, false);
-    } else if (rules.frontDisappears) {
-        showLayer(m_frontLayer, false, false);
-    }
-    QPointer<ui::ViewController> controller(m_frontLayer->controller());
-    const bool disappears = rules.frontDisappears;
-    const bool changes = rules.frontAppears || disappears;
-    return [this, controller, disappears, changes] {
-        if (disappears)
-            m_frontLayer->setDeployed(false);
-        if (changes && controller)
+        controller->beginAppearanceTransition(change.appears, false);
+    return [layer, controller, change] {
+        if (change.disappears)
+            layer->setDeployed(false);
+        if (controller)
             controller->endAppearanceTransition();
     };
 }
 
-std::function<void()> RevealViewController::rearDeployment(int newPosition)
+void RevealViewController::deploySidesForDrag(int position)
 {
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
-    m_rearViewPosition = newPosition;
-    if (rules.rearAppears) {
-        prepareRearViewForPosition(newPosition);
-        m_rearLayer->setDeployed(true);
-        showLayer(m_rearLayer, true, false);
-    } else if (rules.rearDisappears) {
-        showLayer(m_rearLayer, false, false);
-    }
-    QPointer<ui::ViewController> controller(m_rearLayer->controller());
-    const bool disappears = rules.rearDisappears;
-    const bool changes = rules.rearAppears || disappears;
-    return [this, controller, disappears, changes] {
-        if (disappears)
-            m_rearLayer->setDeployed(false);
-        if (changes && controller)
-            controller->endAppearanceTransition();
-    };
-}
-
-std::function<void()> RevealViewController::rightDeployment(int newPosition)
-{
-    const RevealDeployment rules = RevealDeployment::compute(
-        {m_frontViewPosition, m_rearViewPosition, m_rightViewPosition}, newPosition, true, true);
-    m_rightViewPosition = newPosition;
-    if (rules.rightAppears) {
-        m_rightLayer->setDeployed(true);
-        showLayer(m_rightLayer, true, false);
-    } else if (rules.rightDisappears) {
-        showLayer(m_rightLayer, false, false);
-    }
-    QPointer<ui::ViewController> controller(m_rightLayer->controller());
-    const bool disappears = rules.rightDisappears;
-    const bool changes = rules.rightAppears || disappears;
-    return [this, controller, disappears, changes] {
-        if (disappears)
-            m_rightLayer->setDeployed(false);
-        if (changes && controller)
-            controller->endAppearanceTransition();
-    };
+    const RevealDeployment deployment = RevealDeployment::compute(layerPositions(), position, true, true);
+    m_rearViewPosition = m_rightViewPosition = position;
+    deployLayer(m_rightLayer, deployment.right, position)();
+    deployLayer(m_rearLayer, deployment.rear, position)();
 }
 
 QList<ui::ViewController *> RevealViewController::childrenForAppearance() const
@@ -468,6 +416,14 @@ void RevealViewController::setFrontLocation(qreal x)
         return;
     m_frontLocation = x;
     Q_EMIT frontLocationChanged();
+}
+
+void RevealViewController::setSettings(const RevealSettings &settings)
+{
+    if (m_settings == settings)
+        return;
+    m_settings = settings;
+    relayout();
 }
 
 void RevealViewController::relayout()
@@ -590,14 +546,12 @@ void RevealViewController::panGestureMoved(qreal translationX)
     if (x < 0) {
         if (!rightViewController())
             x = 0;
-        rightDeployment(FrontLeftShift)();
-        rearDeployment(FrontLeftShift)();
+        deploySidesForDrag(FrontLeftShift);
     }
     if (x > 0) {
         if (!rearViewController())
             x = 0;
-        rightDeployment(FrontRightShift)();
-        rearDeployment(FrontRightShift)();
+        deploySidesForDrag(FrontRightShift);
     }
     setFrontLocation(g.adjustedDragLocation(x, m_frontViewPosition));
     notifyPanProgress(PanMoved, m_frontLocation);
@@ -645,157 +599,4 @@ void RevealViewController::tapGestureRecognized()
     if (!tapGestureShouldBegin())
         return;
     dispatchSetFrontViewPosition(FrontCentred, true);
-}
-
-// ---- settings ----
-
-template <typename T> void RevealViewController::changeSetting(T &field, const T &value)
-{
-    if (field == value)
-        return;
-    field = value;
-    relayout();
-}
-
-void RevealViewController::setRearViewRevealWidth(qreal value) { changeSetting(m_settings.rearViewRevealWidth, value); }
-void RevealViewController::setRightViewRevealWidth(qreal value) { changeSetting(m_settings.rightViewRevealWidth, value); }
-void RevealViewController::setRearViewRevealOverdraw(qreal value) { changeSetting(m_settings.rearViewRevealOverdraw, value); }
-void RevealViewController::setRightViewRevealOverdraw(qreal value) { changeSetting(m_settings.rightViewRevealOverdraw, value); }
-void RevealViewController::setRearViewRevealDisplacement(qreal value) { changeSetting(m_settings.rearViewRevealDisplacement, value); }
-void RevealViewController::setRightViewRevealDisplacement(qreal value) { changeSetting(m_settings.rightViewRevealDisplacement, value); }
-void RevealViewController::setBounceBackOnOverdraw(bool value) { changeSetting(m_settings.bounceBackOnOverdraw, value); }
-void RevealViewController::setBounceBackOnLeftOverdraw(bool value) { changeSetting(m_settings.bounceBackOnLeftOverdraw, value); }
-void RevealViewController::setStableDragOnOverdraw(bool value) { changeSetting(m_settings.stableDragOnOverdraw, value); }
-void RevealViewController::setStableDragOnLeftOverdraw(bool value) { changeSetting(m_settings.stableDragOnLeftOverdraw, value); }
-void RevealViewController::setPresentFrontViewHierarchically(bool value) { changeSetting(m_settings.presentFrontViewHierarchically, value); }
-void RevealViewController::setQuickFlickVelocity(qreal value) { changeSetting(m_settings.quickFlickVelocity, value); }
-void RevealViewController::setToggleAnimationDuration(double value) { changeSetting(m_settings.toggleAnimationDuration, value); }
-void RevealViewController::setToggleAnimationType(int value) { changeSetting(m_settings.toggleAnimationType, value); }
-void RevealViewController::setSpringDampingRatio(qreal value) { changeSetting(m_settings.springDampingRatio, value); }
-void RevealViewController::setDraggableBorderWidth(qreal value) { changeSetting(m_settings.draggableBorderWidth, value); }
-void RevealViewController::setClipsViewsToBounds(bool value) { changeSetting(m_settings.clipsViewsToBounds, value); }
-void RevealViewController::setExtendsPointInsideHit(bool value) { changeSetting(m_settings.extendsPointInsideHit, value); }
-
-void RevealViewController::setReplaceViewAnimationDuration(double value)
-{
-    changeSetting(m_settings.replaceViewAnimationDuration, value);
-    // The default fade takes the new duration from its next replacement on.
-    if (m_defaultTransition && !m_transitionContext)
-        m_defaultTransition.reset();
-}
-
-void RevealViewController::setFrontViewShadowRadius(qreal value)
-{
-    changeSetting(m_settings.frontViewShadowRadius, value);
-    Q_EMIT shadowChanged();
-}
-
-void RevealViewController::setFrontViewShadowOffset(QSizeF value)
-{
-    changeSetting(m_settings.frontViewShadowOffset, value);
-    Q_EMIT shadowChanged();
-}
-
-void RevealViewController::setFrontViewShadowOpacity(qreal value)
-{
-    changeSetting(m_settings.frontViewShadowOpacity, value);
-    Q_EMIT shadowChanged();
-}
-
-void RevealViewController::setFrontViewShadowColor(const QColor &value)
-{
-    changeSetting(m_settings.frontViewShadowColor, value);
-    Q_EMIT shadowChanged();
-}
-
-// ---- state restoration ----
-
-QVariantMap RevealViewController::encodeRestorableState() const
-{
-    const RevealSettings &s = m_settings;
-    return {
-        {QStringLiteral("_rearViewRevealWidth"), s.rearViewRevealWidth},
-        {QStringLiteral("_rearViewRevealOverdraw"), s.rearViewRevealOverdraw},
-        {QStringLiteral("_rearViewRevealDisplacement"), s.rearViewRevealDisplacement},
-        {QStringLiteral("_rightViewRevealWidth"), s.rightViewRevealWidth},
-        {QStringLiteral("_rightViewRevealOverdraw"), s.rightViewRevealOverdraw},
-        {QStringLiteral("_rightViewRevealDisplacement"), s.rightViewRevealDisplacement},
-        {QStringLiteral("_bounceBackOnOverdraw"), s.bounceBackOnOverdraw},
-        {QStringLiteral("_bounceBackOnLeftOverdraw"), s.bounceBackOnLeftOverdraw},
-        {QStringLiteral("_stableDragOnOverdraw"), s.stableDragOnOverdraw},
-        {QStringLiteral("_stableDragOnLeftOverdraw"), s.stableDragOnLeftOverdraw},
-        {QStringLiteral("_presentFrontViewHierarchically"), s.presentFrontViewHierarchically},
-        {QStringLiteral("_quickFlickVelocity"), s.quickFlickVelocity},
-        {QStringLiteral("_toggleAnimationDuration"), s.toggleAnimationDuration},
-        {QStringLiteral("_toggleAnimationType"), s.toggleAnimationType},
-        {QStringLiteral("_springDampingRatio"), s.springDampingRatio},
-        {QStringLiteral("_replaceViewAnimationDuration"), s.replaceViewAnimationDuration},
-        {QStringLiteral("_frontViewShadowRadius"), s.frontViewShadowRadius},
-        {QStringLiteral("_frontViewShadowOffset"), s.frontViewShadowOffset},
-        {QStringLiteral("_frontViewShadowOpacity"), s.frontViewShadowOpacity},
-        {QStringLiteral("_frontViewShadowColor"), s.frontViewShadowColor},
-        {QStringLiteral("_userInteractionStore"), m_userInteractionStore},
-        {QStringLiteral("_draggableBorderWidth"), s.draggableBorderWidth},
-        {QStringLiteral("_clipsViewsToBounds"), s.clipsViewsToBounds},
-        {QStringLiteral("_extendsPointInsideHit"), s.extendsPointInsideHit},
-        {QStringLiteral("_rearViewController"), QVariant::fromValue<QObject *>(rearViewController())},
-        {QStringLiteral("_frontViewController"), QVariant::fromValue<QObject *>(frontViewController())},
-        {QStringLiteral("_rightViewController"), QVariant::fromValue<QObject *>(rightViewController())},
-        {QStringLiteral("_frontViewPosition"), m_frontViewPosition},
-    };
-}
-
-void RevealViewController::decodeRestorableState(const QVariantMap &state)
-{
-    auto number = [&state](const char *key, qreal fallback) {
-        const QVariant v = state.value(QLatin1String(key));
-        bool ok = false;
-        const qreal value = v.toReal(&ok);
-        return ok ? value : fallback;
-    };
-    auto flag = [&state](const char *key, bool fallback) {
-        const QVariant v = state.value(QLatin1String(key));
-        return v.isValid() ? v.toBool() : fallback;
-    };
-    auto controller = [&state](const char *key) {
-        return qobject_cast<ui::ViewController *>(state.value(QLatin1String(key)).value<QObject *>());
-    };
-    const RevealSettings &s = m_settings;
-    setRearViewRevealWidth(number("_rearViewRevealWidth", s.rearViewRevealWidth));
-    setRearViewRevealOverdraw(number("_rearViewRevealOverdraw", s.rearViewRevealOverdraw));
-    setRearViewRevealDisplacement(number("_rearViewRevealDisplacement", s.rearViewRevealDisplacement));
-    setRightViewRevealWidth(number("_rightViewRevealWidth", s.rightViewRevealWidth));
-    setRightViewRevealOverdraw(number("_rightViewRevealOverdraw", s.rightViewRevealOverdraw));
-    setRightViewRevealDisplacement(number("_rightViewRevealDisplacement", s.rightViewRevealDisplacement));
-    setBounceBackOnOverdraw(flag("_bounceBackOnOverdraw", s.bounceBackOnOverdraw));
-    setBounceBackOnLeftOverdraw(flag("_bounceBackOnLeftOverdraw", s.bounceBackOnLeftOverdraw));
-    setStableDragOnOverdraw(flag("_stableDragOnOverdraw", s.stableDragOnOverdraw));
-    setStableDragOnLeftOverdraw(flag("_stableDragOnLeftOverdraw", s.stableDragOnLeftOverdraw));
-    setPresentFrontViewHierarchically(flag("_presentFrontViewHierarchically", s.presentFrontViewHierarchically));
-    setQuickFlickVelocity(number("_quickFlickVelocity", s.quickFlickVelocity));
-    setToggleAnimationDuration(number("_toggleAnimationDuration", s.toggleAnimationDuration));
-    setToggleAnimationType(int(number("_toggleAnimationType", s.toggleAnimationType)));
-    setSpringDampingRatio(number("_springDampingRatio", s.springDampingRatio));
-    setReplaceViewAnimationDuration(number("_replaceViewAnimationDuration", s.replaceViewAnimationDuration));
-    setFrontViewShadowRadius(number("_frontViewShadowRadius", s.frontViewShadowRadius));
-    const QVariant offset = state.value(QStringLiteral("_frontViewShadowOffset"));
-    if (offset.canConvert<QSizeF>())
-        setFrontViewShadowOffset(offset.toSizeF());
-    setFrontViewShadowOpacity(number("_frontViewShadowOpacity", s.frontViewShadowOpacity));
-    const QVariant color = state.value(QStringLiteral("_frontViewShadowColor"));
-    if (color.canConvert<QColor>() && color.value<QColor>().isValid())
-        setFrontViewShadowColor(color.value<QColor>());
-    m_userInteractionStore = flag("_userInteractionStore", m_userInteractionStore);
-    setDraggableBorderWidth(number("_draggableBorderWidth", s.draggableBorderWidth));
-    setClipsViewsToBounds(flag("_clipsViewsToBounds", s.clipsViewsToBounds));
-    setExtendsPointInsideHit(flag("_extendsPointInsideHit", s.extendsPointInsideHit));
-    if (ui::ViewController *rear = controller("_rearViewController"))
-        setRearViewController(rear);
-    if (ui::ViewController *front = controller("_frontViewController"))
-        setFrontViewController(front);
-    if (ui::ViewController *right = controller("_rightViewController"))
-        setRightViewController(right);
-    const int position = int(number("_frontViewPosition", m_frontViewPosition));
-    if (position >= FrontFarLeftRemoved && position <= FrontFarRightRemoved)
-        setFrontViewPosition(position, false);
 }

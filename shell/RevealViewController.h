@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FrontViewPosition.h"
+#include "RevealDeployment.h"
 #include "RevealGeometry.h"
 #include "RevealOperation.h"
 #include "RevealOperationQueue.h"
@@ -10,7 +11,6 @@
 #include "ui/ViewController.h"
 
 #include <QPointer>
-#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
@@ -49,49 +49,9 @@ class RevealViewController : public ui::ViewController {
     Q_PROPERTY(RevealLayer *rightLayer READ rightLayer CONSTANT)
     Q_PROPERTY(bool dragging READ isDragging NOTIFY draggingChanged)
     Q_PROPERTY(bool userInteractionEnabled READ isUserInteractionEnabled NOTIFY userInteractionEnabledChanged)
-
-    Q_PROPERTY(qreal rearViewRevealWidth READ rearViewRevealWidth WRITE setRearViewRevealWidth NOTIFY settingsChanged)
-    Q_PROPERTY(qreal rightViewRevealWidth READ rightViewRevealWidth WRITE setRightViewRevealWidth NOTIFY settingsChanged)
-    Q_PROPERTY(qreal rearViewRevealOverdraw READ rearViewRevealOverdraw WRITE setRearViewRevealOverdraw NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(qreal rightViewRevealOverdraw READ rightViewRevealOverdraw WRITE setRightViewRevealOverdraw NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(qreal rearViewRevealDisplacement READ rearViewRevealDisplacement WRITE setRearViewRevealDisplacement
-                   NOTIFY settingsChanged)
-    Q_PROPERTY(qreal rightViewRevealDisplacement READ rightViewRevealDisplacement WRITE setRightViewRevealDisplacement
-                   NOTIFY settingsChanged)
-    Q_PROPERTY(bool bounceBackOnOverdraw READ bounceBackOnOverdraw WRITE setBounceBackOnOverdraw NOTIFY settingsChanged)
-    Q_PROPERTY(bool bounceBackOnLeftOverdraw READ bounceBackOnLeftOverdraw WRITE setBounceBackOnLeftOverdraw NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(bool stableDragOnOverdraw READ stableDragOnOverdraw WRITE setStableDragOnOverdraw NOTIFY settingsChanged)
-    Q_PROPERTY(bool stableDragOnLeftOverdraw READ stableDragOnLeftOverdraw WRITE setStableDragOnLeftOverdraw NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(bool presentFrontViewHierarchically READ presentFrontViewHierarchically WRITE
-                   setPresentFrontViewHierarchically NOTIFY settingsChanged)
-    Q_PROPERTY(qreal quickFlickVelocity READ quickFlickVelocity WRITE setQuickFlickVelocity NOTIFY settingsChanged)
-    Q_PROPERTY(double toggleAnimationDuration READ toggleAnimationDuration WRITE setToggleAnimationDuration NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(int toggleAnimationType READ toggleAnimationType WRITE setToggleAnimationType NOTIFY settingsChanged)
-    Q_PROPERTY(qreal springDampingRatio READ springDampingRatio WRITE setSpringDampingRatio NOTIFY settingsChanged)
-    Q_PROPERTY(double replaceViewAnimationDuration READ replaceViewAnimationDuration WRITE
-                   setReplaceViewAnimationDuration NOTIFY settingsChanged)
-    Q_PROPERTY(qreal frontViewShadowRadius READ frontViewShadowRadius WRITE setFrontViewShadowRadius NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(QSizeF frontViewShadowOffset READ frontViewShadowOffset WRITE setFrontViewShadowOffset NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(qreal frontViewShadowOpacity READ frontViewShadowOpacity WRITE setFrontViewShadowOpacity NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(QColor frontViewShadowColor READ frontViewShadowColor WRITE setFrontViewShadowColor NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(qreal draggableBorderWidth READ draggableBorderWidth WRITE setDraggableBorderWidth NOTIFY
-                   settingsChanged)
-    Q_PROPERTY(bool clipsViewsToBounds READ clipsViewsToBounds WRITE setClipsViewsToBounds NOTIFY settingsChanged)
-    Q_PROPERTY(bool extendsPointInsideHit READ extendsPointInsideHit WRITE setExtendsPointInsideHit NOTIFY
-                   settingsChanged)
+    Q_PROPERTY(RevealSettings settings READ settings NOTIFY settingsChanged)
 
 public:
-    // The identifier under which state restoration recreates the container.
-    static inline const QString kRestorationIdentifier = QStringLiteral("RevealViewController");
     // The storyboard segues that fill the container when its view loads, in this order.
     static inline const QString kRearSegue = QStringLiteral("reveal_rear");
     static inline const QString kFrontSegue = QStringLiteral("reveal_front");
@@ -103,11 +63,6 @@ public:
     ~RevealViewController() override;
 
     [[nodiscard]] bool isRevealContainer() const override { return true; }
-
-    // State restoration recreates the container from its identifier (nullptr for others).
-    [[nodiscard]] static RevealViewController *viewControllerWithRestorationIdentifier(const QString &identifier);
-    [[nodiscard]] QVariantMap encodeRestorableState() const;
-    void decodeRestorableState(const QVariantMap &state);
 
     // Wires a front screen's menu button to the toggle of its container, when it has one.
     // Returns whether it did.
@@ -145,10 +100,16 @@ public:
     [[nodiscard]] RevealViewControllerDelegate *delegate() const { return m_delegate; }
     void setDelegate(RevealViewControllerDelegate *delegate) { m_delegate = delegate; }
 
+    // The tunable behaviour; a change lays the layers out again at once.
     [[nodiscard]] const RevealSettings &settings() const { return m_settings; }
+    void setSettings(const RevealSettings &settings);
+
     [[nodiscard]] RevealViewControllerPanGestureRecognizer *panGestureRecognizer();
     [[nodiscard]] int panInitialFrontPosition() const { return m_panInitialFrontPosition; }
+    // Whether the layers take input once a drag is over (saved when the view appears and
+    // when a drag begins).
     [[nodiscard]] bool userInteractionStore() const { return m_userInteractionStore; }
+    void setUserInteractionStore(bool enabled) { m_userInteractionStore = enabled; }
     [[nodiscard]] bool isUserInteractionEnabled() const { return m_userInteractionEnabled; }
     void setUserInteractionEnabled(bool enabled);
     [[nodiscard]] bool isDragging() const { return m_dragging; }
@@ -166,54 +127,6 @@ public:
     [[nodiscard]] bool panGestureShouldRecognizeSimultaneouslyWith(QObject *other) const;
     [[nodiscard]] bool tapGestureShouldRecognizeSimultaneouslyWith(QObject *other) const;
 
-    // Settings (see RevealSettings for their meaning and defaults).
-    [[nodiscard]] qreal rearViewRevealWidth() const { return m_settings.rearViewRevealWidth; }
-    void setRearViewRevealWidth(qreal value);
-    [[nodiscard]] qreal rightViewRevealWidth() const { return m_settings.rightViewRevealWidth; }
-    void setRightViewRevealWidth(qreal value);
-    [[nodiscard]] qreal rearViewRevealOverdraw() const { return m_settings.rearViewRevealOverdraw; }
-    void setRearViewRevealOverdraw(qreal value);
-    [[nodiscard]] qreal rightViewRevealOverdraw() const { return m_settings.rightViewRevealOverdraw; }
-    void setRightViewRevealOverdraw(qreal value);
-    [[nodiscard]] qreal rearViewRevealDisplacement() const { return m_settings.rearViewRevealDisplacement; }
-    void setRearViewRevealDisplacement(qreal value);
-    [[nodiscard]] qreal rightViewRevealDisplacement() const { return m_settings.rightViewRevealDisplacement; }
-    void setRightViewRevealDisplacement(qreal value);
-    [[nodiscard]] bool bounceBackOnOverdraw() const { return m_settings.bounceBackOnOverdraw; }
-    void setBounceBackOnOverdraw(bool value);
-    [[nodiscard]] bool bounceBackOnLeftOverdraw() const { return m_settings.bounceBackOnLeftOverdraw; }
-    void setBounceBackOnLeftOverdraw(bool value);
-    [[nodiscard]] bool stableDragOnOverdraw() const { return m_settings.stableDragOnOverdraw; }
-    void setStableDragOnOverdraw(bool value);
-    [[nodiscard]] bool stableDragOnLeftOverdraw() const { return m_settings.stableDragOnLeftOverdraw; }
-    void setStableDragOnLeftOverdraw(bool value);
-    [[nodiscard]] bool presentFrontViewHierarchically() const { return m_settings.presentFrontViewHierarchically; }
-    void setPresentFrontViewHierarchically(bool value);
-    [[nodiscard]] qreal quickFlickVelocity() const { return m_settings.quickFlickVelocity; }
-    void setQuickFlickVelocity(qreal value);
-    [[nodiscard]] double toggleAnimationDuration() const { return m_settings.toggleAnimationDuration; }
-    void setToggleAnimationDuration(double value);
-    [[nodiscard]] int toggleAnimationType() const { return m_settings.toggleAnimationType; }
-    void setToggleAnimationType(int value);
-    [[nodiscard]] qreal springDampingRatio() const { return m_settings.springDampingRatio; }
-    void setSpringDampingRatio(qreal value);
-    [[nodiscard]] double replaceViewAnimationDuration() const { return m_settings.replaceViewAnimationDuration; }
-    void setReplaceViewAnimationDuration(double value);
-    [[nodiscard]] qreal frontViewShadowRadius() const { return m_settings.frontViewShadowRadius; }
-    void setFrontViewShadowRadius(qreal value);
-    [[nodiscard]] QSizeF frontViewShadowOffset() const { return m_settings.frontViewShadowOffset; }
-    void setFrontViewShadowOffset(QSizeF value);
-    [[nodiscard]] qreal frontViewShadowOpacity() const { return m_settings.frontViewShadowOpacity; }
-    void setFrontViewShadowOpacity(qreal value);
-    [[nodiscard]] QColor frontViewShadowColor() const { return m_settings.frontViewShadowColor; }
-    void setFrontViewShadowColor(const QColor &value);
-    [[nodiscard]] qreal draggableBorderWidth() const { return m_settings.draggableBorderWidth; }
-    void setDraggableBorderWidth(qreal value);
-    [[nodiscard]] bool clipsViewsToBounds() const { return m_settings.clipsViewsToBounds; }
-    void setClipsViewsToBounds(bool value);
-    [[nodiscard]] bool extendsPointInsideHit() const { return m_settings.extendsPointInsideHit; }
-    void setExtendsPointInsideHit(bool value);
-
 public Q_SLOTS:
     // The menu button's action: reveals the menu, or closes it.
     void revealToggle(QObject *sender = nullptr);
@@ -227,8 +140,6 @@ Q_SIGNALS:
     void settingsChanged();
     void draggingChanged();
     void userInteractionEnabledChanged();
-    // The front's shadow changed (the view redraws it at once).
-    void shadowChanged();
 
 protected:
     void viewDidLoad() override;
@@ -238,8 +149,6 @@ protected:
     virtual void prepareRearViewForPosition(int position) { Q_UNUSED(position) }
 
 private:
-    void initDefaultProperties();
-    template <typename T> void changeSetting(T &field, const T &value);
     void relayout();
     void setFrontLocation(qreal x);
     [[nodiscard]] qreal containerWidth() const;
@@ -253,11 +162,12 @@ private:
     void setFrontViewPositionWithDuration(int position, double duration);
     void performTransitionOperation(RevealOperation operation, ui::ViewController *controller, bool animated);
 
-    // Each returns what to do once the move's animation is over.
-    std::function<void()> frontDeployment(int newPosition);
-    std::function<void()> rearDeployment(int newPosition);
-    std::function<void()> rightDeployment(int newPosition);
-    void showLayer(RevealLayer *layer, bool appear, bool animated);
+    [[nodiscard]] RevealDeployment::Layers layerPositions() const;
+    // Starts what a move does to one layer and returns what finishes it once the move's
+    // animation is over.
+    std::function<void()> deployLayer(RevealLayer *layer, RevealDeployment::Change change, int position);
+    // A drag past the centre brings in the side it moves towards at once.
+    void deploySidesForDrag(int position);
 
     [[nodiscard]] RevealLayer *layerFor(RevealOperation operation) const;
     void restoreUserInteraction();

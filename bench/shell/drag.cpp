@@ -85,7 +85,7 @@ int main(int argc, char **argv)
                 return;
             QMutexLocker lock(&log.mutex);
             log.syncAt.push_back(clock.nsecsElapsed());
-            const double expected = std::clamp(frontStart + fingerTravel, 0.0, reveal->rearViewRevealWidth());
+            const double expected = std::clamp(frontStart + fingerTravel, 0.0, reveal->settings().rearViewRevealWidth);
             log.lag.push_back(std::abs(expected - reveal->frontLocation()));
         },
         Qt::DirectConnection);

@@ -8,7 +8,7 @@ import Vantrel.Shell
 RevealView {
     id: reveal
 
-    clip: controller ? controller.clipsViewsToBounds : false
+    clip: controller ? controller.settings.clipsViewsToBounds : false
     rearItem: rearLayer
     frontItem: frontLayer
     rightItem: rightLayer
@@ -92,14 +92,14 @@ RevealView {
         model: 3
         delegate: Rectangle {
             required property int index
-            readonly property real spread: reveal.controller.frontViewShadowRadius * (index + 1) / 3
-            x: frontLayer.x + reveal.controller.frontViewShadowOffset.width - spread
-            y: reveal.controller.frontViewShadowOffset.height - spread
+            readonly property real spread: reveal.controller.settings.frontViewShadowRadius * (index + 1) / 3
+            x: frontLayer.x + reveal.controller.settings.frontViewShadowOffset.width - spread
+            y: reveal.controller.settings.frontViewShadowOffset.height - spread
             width: frontLayer.width + 2 * spread
             height: frontLayer.height + 2 * spread
             radius: spread
-            color: reveal.controller.frontViewShadowColor
-            opacity: reveal.controller.frontViewShadowOpacity * 0.15
+            color: reveal.controller.settings.frontViewShadowColor
+            opacity: reveal.controller.settings.frontViewShadowOpacity * 0.15
             visible: frontLayer.visible && frontLayer.x !== 0
         }
     }

@@ -2,6 +2,7 @@
 #include "RevealAnimatedTransitioning.h"
 #include "RevealContextTransitionObject.h"
 #include "RevealLayer.h"
+#include "RevealStateRestoration.h"
 #include "RevealViewController.h"
 #include "RevealViewControllerDelegate.h"
 #include "ShellScenes.h"
@@ -298,7 +299,7 @@ private Q_SLOTS:
         QFETCH(bool, delegateAllows);
         QFETCH(bool, begins);
         Shown s(withRight ? new ui::ViewController : nullptr);
-        s.reveal->setDraggableBorderWidth(border);
+        s.reveal->setSettings({.draggableBorderWidth = border});
         s.reveal->setFrontViewPosition(position, false);
         s.delegate.allowPan = delegateAllows;
         QCOMPARE(s.reveal->panGestureShouldBegin({touchX, 400}, translation), begins);
@@ -383,33 +384,33 @@ private Q_SLOTS:
     void restorationKeepsEveryProperty()
     {
         Shown s;
-        s.reveal->setRearViewRevealWidth(300);
-        s.reveal->setRightViewRevealOverdraw(10);
-        s.reveal->setStableDragOnOverdraw(true);
-        s.reveal->setToggleAnimationType(1);
-        s.reveal->setFrontViewShadowColor(Qt::red);
-        s.reveal->setFrontViewShadowOffset(QSizeF(1, 3));
-        s.reveal->setDraggableBorderWidth(20);
+        const RevealSettings settings{.rearViewRevealWidth = 300,
+                                      .stableDragOnOverdraw = true,
+                                      .toggleAnimationType = 1,
+                                      .frontViewShadowOffset = QSizeF(1, 3),
+                                      .frontViewShadowColor = Qt::red};
+        s.reveal->setSettings(settings);
         s.reveal->setFrontViewPosition(FrontRightShift, false);
-        const QVariantMap state = s.reveal->encodeRestorableState();
-        QCOMPARE(state.size(), 28);
+        const QVariantMap state = RevealStateRestoration::encode(*s.reveal);
+        QCOMPARE(state.size(), 28); // every setting has its key, besides the screens, position and interaction
 
-        QVERIFY(!RevealViewController::viewControllerWithRestorationIdentifier(u"other"_s));
+        QVERIFY(!RevealStateRestoration::viewControllerWithRestorationIdentifier(u"other"_s));
         std::unique_ptr<RevealViewController> restored(
-            RevealViewController::viewControllerWithRestorationIdentifier(u"RevealViewController"_s));
+            RevealStateRestoration::viewControllerWithRestorationIdentifier(u"RevealViewController"_s));
         QVERIFY(restored);
-        restored->decodeRestorableState(state);
-        // Encoding reads the settings back, so equal states mean every key came through.
-        QCOMPARE(restored->encodeRestorableState(), state);
-        QCOMPARE(restored->rearViewRevealWidth(), 300.0);
-        QCOMPARE(restored->frontViewShadowOffset(), QSizeF(1, 3));
+        RevealStateRestoration::decode(state, *restored);
+        QCOMPARE(restored->settings(), settings);
         QCOMPARE(restored->frontViewPosition(), int(FrontRightShift));
         QCOMPARE(restored->frontViewController(), s.front);
 
-        // Values of the wrong type keep the defaults.
+        // Keys by their names; values of the wrong type, and unknown positions, are ignored.
         RevealViewController fresh;
-        fresh.decodeRestorableState({{u"_rearViewRevealWidth"_s, u"wide"_s}, {u"_frontViewPosition"_s, 99}});
-        QCOMPARE(fresh.rearViewRevealWidth(), 260.0);
+        RevealStateRestoration::decode({{u"_rearViewRevealWidth"_s, u"wide"_s},
+                                        {u"_rightViewRevealWidth"_s, 100},
+                                        {u"_frontViewShadowColor"_s, u"no colour"_s},
+                                        {u"_frontViewPosition"_s, 99}},
+                                       fresh);
+        QCOMPARE(fresh.settings(), RevealSettings{.rightViewRevealWidth = 100});
         QCOMPARE(fresh.frontViewPosition(), int(FrontCentred));
     }
 };

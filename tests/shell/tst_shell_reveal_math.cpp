@@ -220,18 +220,14 @@ private Q_SLOTS:
         const RevealDeployment d = RevealDeployment::compute({from, from, from}, to, hasRear, hasRight);
         QCOMPARE(d.position, position);
         QStringList seen;
-        if (d.frontAppears)
-            seen << QStringLiteral("F+");
-        if (d.frontDisappears)
-            seen << QStringLiteral("F-");
-        if (d.rearAppears)
-            seen << QStringLiteral("R+");
-        if (d.rearDisappears)
-            seen << QStringLiteral("R-");
-        if (d.rightAppears)
-            seen << QStringLiteral("G+");
-        if (d.rightDisappears)
-            seen << QStringLiteral("G-");
+        const std::pair<QString, RevealDeployment::Change> layers[] = {
+            {QStringLiteral("F"), d.front}, {QStringLiteral("R"), d.rear}, {QStringLiteral("G"), d.right}};
+        for (const auto &[name, change] : layers) {
+            if (change.appears)
+                seen << name + u'+';
+            if (change.disappears)
+                seen << name + u'-';
+        }
         QCOMPARE(seen.join(u' '), changes);
     }
 

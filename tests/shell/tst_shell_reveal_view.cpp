@@ -65,19 +65,6 @@ private:
 private Q_SLOTS:
     void init() { ViewTest::failOnQmlWarnings(); }
 
-    void everyViewCompiles_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::newRow("container") << QStringLiteral("RevealContainerView");
-        QTest::newRow("menu") << QStringLiteral("MenuView");
-    }
-    void everyViewCompiles()
-    {
-        QFETCH(QString, file);
-        const QString errors = ViewTest::compileErrors(QUrl(QStringLiteral("qrc:/qt/qml/Vantrel/Shell/%1.qml").arg(file)));
-        QVERIFY2(errors.isEmpty(), qPrintable(errors));
-    }
-
     void aRealDragOpensTheMenuAndATapClosesIt()
     {
         auto s = show();
