@@ -6,7 +6,7 @@
 #include <QtQml/qqmlregistration.h>
 
 // The tunable behaviour of the reveal container, with its defaults: one value, read by the
-// geometry, the view and state restoration (which saves every property listed here).
+// geometry, the view and state restoration (which saves each under its own key).
 // Distances in points, durations in seconds, velocities in points per second.
 struct RevealSettings {
     Q_GADGET

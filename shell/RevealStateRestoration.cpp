@@ -12,9 +12,40 @@ const QString kFrontViewController = QStringLiteral("_frontViewController");
 const QString kRightViewController = QStringLiteral("_rightViewController");
 const QString kFrontViewPosition = QStringLiteral("_frontViewPosition");
 
-QString keyFor(const QMetaProperty &setting)
+// The key of each setting: "_" followed by the setting's name.
+const QStringList kSettingKeys = {
+    QStringLiteral("_rearViewRevealWidth"),
+    QStringLiteral("_rearViewRevealOverdraw"),
+    QStringLiteral("_rearViewRevealDisplacement"),
+    QStringLiteral("_rightViewRevealWidth"),
+    QStringLiteral("_rightViewRevealOverdraw"),
+    QStringLiteral("_rightViewRevealDisplacement"),
+    QStringLiteral("_bounceBackOnOverdraw"),
+    QStringLiteral("_bounceBackOnLeftOverdraw"),
+    QStringLiteral("_stableDragOnOverdraw"),
+    QStringLiteral("_stableDragOnLeftOverdraw"),
+    QStringLiteral("_presentFrontViewHierarchically"),
+    QStringLiteral("_quickFlickVelocity"),
+    QStringLiteral("_toggleAnimationDuration"),
+    QStringLiteral("_toggleAnimationType"),
+    QStringLiteral("_springDampingRatio"),
+    QStringLiteral("_replaceViewAnimationDuration"),
+    QStringLiteral("_frontViewShadowRadius"),
+    QStringLiteral("_frontViewShadowOffset"),
+    QStringLiteral("_frontViewShadowOpacity"),
+    QStringLiteral("_frontViewShadowColor"),
+    QStringLiteral("_draggableBorderWidth"),
+    QStringLiteral("_clipsViewsToBounds"),
+    QStringLiteral("_extendsPointInsideHit"),
+};
+
+// The setting a key stands for.
+QMetaProperty settingFor(const QString &key)
 {
-    return u'_' + QLatin1String(setting.name());
+    const QMetaObject &meta = RevealSettings::staticMetaObject;
+    const QMetaProperty setting = meta.property(meta.indexOfProperty(key.mid(1).toLatin1().constData()));
+    Q_ASSERT_X(setting.isValid(), "RevealStateRestoration", "a saved key names no setting");
+    return setting;
 }
 
 // A stored value read as a value of the given type; invalid when it cannot be one. Numbers
@@ -62,9 +93,8 @@ QVariantMap RevealStateRestoration::encode(const RevealViewController &reveal)
 {
     QVariantMap state;
     const RevealSettings &settings = reveal.settings();
-    const QMetaObject &meta = RevealSettings::staticMetaObject;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        state.insert(keyFor(meta.property(i)), meta.property(i).readOnGadget(&settings));
+    for (const QString &key : kSettingKeys)
+        state.insert(key, settingFor(key).readOnGadget(&settings));
     state.insert(kUserInteractionStore, reveal.userInteractionStore());
     state.insert(kRearViewController, QVariant::fromValue<QObject *>(reveal.rearViewController()));
     state.insert(kFrontViewController, QVariant::fromValue<QObject *>(reveal.frontViewController()));
@@ -76,10 +106,9 @@ QVariantMap RevealStateRestoration::encode(const RevealViewController &reveal)
 void RevealStateRestoration::decode(const QVariantMap &state, RevealViewController &reveal)
 {
     RevealSettings settings = reveal.settings();
-    const QMetaObject &meta = RevealSettings::staticMetaObject;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
-        const QMetaProperty setting = meta.property(i);
-        const QVariant value = readSetting(state.value(keyFor(setting)), setting.metaType());
+    for (const QString &key : kSettingKeys) {
+        const QMetaProperty setting = settingFor(key);
+        const QVariant value = readSetting(state.value(key), setting.metaType());
         if (value.isValid())
             setting.writeOnGadget(&settings, value);
     }
