@@ -192,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(!PFUser::currentUser());
     }
 
-    void withoutSecureStorageSessionIsNotKept()
+    void sessionKeptOnlyWhereTheStoreHoldsIt()
     {
         ClientFixture::start(ClientFixture::configuration(m_data->path(), nullptr));
         const PFUserPtr user = signUp();
@@ -204,12 +204,30 @@ private Q_SLOTS:
         ClientFixture::start(ClientFixture::configuration(m_data->path(), nullptr));
         QVERIFY(!PFUser::currentUser());
 
-        // A store that refuses the secret is no better than none.
-        m_secrets->setRefusing(true);
+        // A store that refuses the secret is no better than none: the session lasts this run.
+        m_secrets->setStatus(PFSecureStorage::Status::Locked);
         ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
         QVERIFY(signUp());
+        QVERIFY(PFUser::currentUser());
         ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
         QVERIFY(!PFUser::currentUser());
+
+        // A remembered user whose store is locked at the next start is not forgotten: the
+        // sign-in is asked for now, and the start after the keyring is unlocked has them back.
+        m_secrets->setStatus(PFSecureStorage::Status::Ok);
+        const PFUserPtr kept = signUp();
+        QVERIFY(kept);
+        QTRY_VERIFY(QFile::exists(Parse::core()->dataStore().pathOf(PFCurrentUserController::fileName())));
+        m_secrets->setStatus(PFSecureStorage::Status::Locked);
+        ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
+        QVERIFY(!PFUser::currentUser());
+        std::optional<int> code;
+        PFUser::getCurrentUserInBackground([&](const PFUserPtr &, const PFError *error) { code = error ? error->code() : 0; });
+        QTRY_COMPARE(code, std::optional<int>(PFError::SecureStorageUnavailable));
+        m_secrets->setStatus(PFSecureStorage::Status::Ok);
+        ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
+        QVERIFY(PFUser::currentUser());
+        QCOMPARE(PFUser::currentUser()->objectId(), kept->objectId());
     }
 
     void logInAndPasswordChange()
