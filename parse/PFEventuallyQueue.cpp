@@ -253,13 +253,15 @@ void PFEventuallyQueue::finish(const QString &requestId, const QString &localId,
         m_retryTimer.start();
         return;
     case Verdict::SessionEnded:
+        // Kept: it goes at its user's next sign-in. Whoever waits for it hears of the delay now.
         m_endedSession = sessionToken;
-        qCInfo(lcParseEventually) << "the session of the user who made" << what
-                                  << "has ended; their saves wait for their next sign-in";
+        qCWarning(lcParseEventually).noquote() << "a pending save was refused: the session of its user has ended;"
+                                               << what << "waits for their next sign-in";
+        complete(requestId, &*result.error);
         resume();
         return;
     case Verdict::Refused:
-        qCWarning(lcParseEventually).noquote() << "a pending save of" << what << "was refused and dropped:"
+        qCWarning(lcParseEventually).noquote() << "a pending save was refused and dropped:" << what
                                                << result.errorCode() << result.error->localizedDescription();
         if (!localId.isEmpty())
             m_localIds.insert(localId, QJsonValue::Null); // later saves that refer to it cannot go either

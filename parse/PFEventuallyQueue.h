@@ -23,7 +23,8 @@ class ParseCommandResult;
 // with its first answer, so a save is applied once even when its answer was lost, and a record
 // created here learns its id that way too. Until then it has a local id, which later saves
 // that refer to it are resolved from when they are sent. A save the server refuses is logged
-// with its class and the server's answer and dropped.
+// with its class and the server's answer and dropped. A save whose session the server has
+// ended stays for its user's next sign-in; its block (if any) hears of that at once.
 class PFEventuallyQueue : public QObject {
     Q_OBJECT
 public:
