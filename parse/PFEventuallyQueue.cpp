@@ -303,11 +303,14 @@ void PFEventuallyQueue::complete(const QString &requestId, const PFError *error)
         block(!error, error);
 }
 
+// Forgets the local ids no pending save refers to. A record whose create failed keeps its
+// mark while the record is in memory: a later save of it must fail too, not create it anew.
 void PFEventuallyQueue::pruneLocalIds()
 {
     const QByteArray rest = QJsonDocument(m_entries).toJson(QJsonDocument::Compact);
     for (const QString &localId : m_localIds.keys()) {
-        if (!rest.contains(localId.toUtf8()))
+        const bool failedAndAlive = m_localIds.value(localId).isNull() && !m_localObjects.value(localId).expired();
+        if (!failedAndAlive && !rest.contains(localId.toUtf8()))
             m_localIds.remove(localId);
     }
 }

@@ -121,36 +121,46 @@ void KeychainPasswordItem::savePasswordInBackground(const QString &password, Sav
     readPasswordInBackground(std::move(write), std::move(stillWaiting));
 }
 
-std::optional<QString> KeychainPasswordItem::readPassword(std::optional<KeychainError> *error) const
+namespace {
+// The old, blocking way: starts a call and runs a nested event loop until its block has run.
+template <class Start> void waitInNestedLoop(Start start)
 {
     QEventLoop loop;
     bool done = false;
-    std::optional<QString> password;
-    readPasswordInBackground([&](const std::optional<QString> &found, const std::optional<KeychainError> &failure) {
-        password = found;
-        if (error)
-            *error = failure;
+    start([&] {
         done = true;
         loop.quit();
     });
     if (!done)
         loop.exec();
+}
+} // namespace
+
+std::optional<QString> KeychainPasswordItem::readPassword(std::optional<KeychainError> *error) const
+{
+    std::optional<QString> password;
+    waitInNestedLoop([&](auto finished) {
+        readPasswordInBackground([&, finished](const std::optional<QString> &found,
+                                               const std::optional<KeychainError> &failure) {
+            password = found;
+            if (error)
+                *error = failure;
+            finished();
+        });
+    });
     return password;
 }
 
 bool KeychainPasswordItem::savePassword(const QString &password, std::optional<KeychainError> *error) const
 {
-    QEventLoop loop;
-    bool done = false;
     bool saved = false;
-    savePasswordInBackground(password, [&](const std::optional<KeychainError> &failure) {
-        saved = !failure;
-        if (error)
-            *error = failure;
-        done = true;
-        loop.quit();
+    waitInNestedLoop([&](auto finished) {
+        savePasswordInBackground(password, [&, finished](const std::optional<KeychainError> &failure) {
+            saved = !failure;
+            if (error)
+                *error = failure;
+            finished();
+        });
     });
-    if (!done)
-        loop.exec();
     return saved;
 }

@@ -74,7 +74,7 @@ void countChange(Tally &tally, const QString &actual, const QStringList &written
     if (actual == written.last())
         return;
     if (written.contains(actual))
-        ++tally.duplicatedChanges;
+        ++tally.staleChanges;
     else
         ++tally.lostChanges;
 }
@@ -274,7 +274,7 @@ Tally &Tally::operator+=(const Tally &other)
     duplicatedRecords += other.duplicatedRecords;
     changes += other.changes;
     lostChanges += other.lostChanges;
-    duplicatedChanges += other.duplicatedChanges;
+    staleChanges += other.staleChanges;
     failedWorkers += other.failedWorkers;
     return *this;
 }

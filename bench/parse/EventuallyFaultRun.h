@@ -38,7 +38,7 @@ struct Tally {
     int duplicatedRecords = 0;
     int changes = 0;          // the final value each record's changed key should hold
     int lostChanges = 0;      // holds no value of the run, or is missing
-    int duplicatedChanges = 0; // holds an earlier value again: an older save applied twice
+    int staleChanges = 0;     // holds an earlier value: a later save lost, or an older one applied again
     int failedWorkers = 0;    // a last start that did not finish
     Tally &operator+=(const Tally &other);
 };

@@ -86,8 +86,9 @@ void print(const Tally &t, const FaultProxy::Counts &network, qint64 ms)
     std::printf("network: %d requests relayed, %d cut, %d replies dropped after the server applied them, %d outages\n",
                 network.relayed, network.cut, network.dropped, network.outages);
     std::printf("records: %d expected, %d lost, %d duplicated\n", t.records, t.lostRecords, t.duplicatedRecords);
-    std::printf("changes: %d expected, %d lost, %d duplicated (an older value applied again)\n", t.changes,
-                t.lostChanges, t.duplicatedChanges);
+    std::printf("changes: %d expected, %d lost, %d stale (an older value: a later save lost or an earlier one "
+                "applied again)\n",
+                t.changes, t.lostChanges, t.staleChanges);
     std::fflush(stdout);
 }
 
@@ -117,17 +118,17 @@ int main(int argc, char **argv)
     clock.start();
     for (int run = 0; run < runs; ++run) {
         const Tally tally = runOnce(proxy, first + quint32(run));
-        if (tally.lostRecords || tally.duplicatedRecords || tally.lostChanges || tally.duplicatedChanges ||
+        if (tally.lostRecords || tally.duplicatedRecords || tally.lostChanges || tally.staleChanges ||
             tally.failedWorkers)
-            std::printf("run with seed %u: %d/%d records lost/duplicated, %d/%d changes lost/duplicated, last start %s\n",
+            std::printf("run with seed %u: %d/%d records lost/duplicated, %d/%d changes lost/stale, last start %s\n",
                         first + run, tally.lostRecords, tally.duplicatedRecords, tally.lostChanges,
-                        tally.duplicatedChanges, tally.failedWorkers ? "failed" : "finished");
+                        tally.staleChanges, tally.failedWorkers ? "failed" : "finished");
         total += tally;
         if ((run + 1) % 50 == 0 && run + 1 < runs)
             print(total, proxy.counts(), clock.elapsed());
     }
     print(total, proxy.counts(), clock.elapsed());
     const bool clean = !total.lostRecords && !total.duplicatedRecords && !total.lostChanges &&
-                       !total.duplicatedChanges && !total.failedWorkers;
+                       !total.staleChanges && !total.failedWorkers;
     return parser.isSet(QStringLiteral("require-zero")) && !clean ? 1 : 0;
 }

@@ -221,11 +221,12 @@ private Q_SLOTS:
                      server.requests().first().headers.value("x-parse-request-id"));
     }
 
-    void duplicateRequestCountsAsApplied()
+    void answersThatEndASave()
     {
         CannedHttpServer server;
         restart(server.origin());
         server.enqueue(400, R"({"code":159,"error":"Duplicate request"})");
+        server.enqueue(400, R"({"code":142,"error":"refused by a trigger"})");
         server.enqueue(400, R"({"code":142,"error":"refused by a trigger"})");
         QList<std::pair<bool, int>> outcomes;
         g_log.clear();
@@ -245,8 +246,16 @@ private Q_SLOTS:
                  qPrintable(g_log.join(u'\n')));
         QCOMPARE(outcomes.at(0), std::pair(true, 0));    // applied before: nothing left to do
         QCOMPARE(outcomes.at(1), std::pair(false, 142)); // refused: dropped, not retried forever
-        QCOMPARE(pending(), 0);
-        QCOMPARE(server.requests().size(), 2);
+
+        // A record whose create was refused is not created by a later save of it either.
+        auto fresh = PFObject::objectWithClassName(QStringLiteral("Message"));
+        for (const char *title : {"first", "second"}) {
+            fresh->setObject(QString::fromLatin1(title), QStringLiteral("title"));
+            fresh->saveEventually([&](bool ok, const PFError *error) { outcomes.append({ok, error ? error->code() : 0}); });
+            QTRY_COMPARE(pending(), 0);
+        }
+        QCOMPARE(outcomes.mid(2), (QList<std::pair<bool, int>>{{false, 142}, {false, int(PFError::InvalidPointer)}}));
+        QCOMPARE(server.requests().size(), 3);
         QCOMPARE(server.requests().at(0).method, QByteArray("PUT"));
         QCOMPARE(server.requests().at(0).target, QByteArray("/classes/Message/m0"));
     }

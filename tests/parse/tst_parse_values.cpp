@@ -46,7 +46,6 @@ private Q_SLOTS:
     void malformedValues_data();
     void malformedValues();
     void pointerToUnsavedRecordIsRefused();
-    void typedReadsOfOtherTypesAreEmpty();
     void endpointKeepsServerPath_data();
     void endpointKeepsServerPath();
     void queryParameters();
@@ -154,22 +153,6 @@ void ParseValuesTest::pointerToUnsavedRecordIsRefused()
     PFQuery query(QStringLiteral("Story"));
     query.whereKey(QStringLiteral("parent"), PFObjectPtr(std::make_shared<Story>()));
     QVERIFY(query.error());
-}
-
-void ParseValuesTest::typedReadsOfOtherTypesAreEmpty()
-{
-    Story story;
-    story.setObject(42, QStringLiteral("title"));
-    story.setObject(QStringLiteral("yes"), QStringLiteral("flag"));
-    story.setObject(QVariantList{QStringLiteral("a"), 3, QStringLiteral("b")}, QStringLiteral("tags"));
-    QCOMPARE(story.stringForKey(QStringLiteral("title")), QString());
-    QCOMPARE(story.boolForKey(QStringLiteral("flag")), false);
-    QCOMPARE(story.stringListForKey(QStringLiteral("tags")), QStringList({"a", "b"}));
-    QVERIFY(!story.objectForKey(QStringLiteral("absent")).isValid());
-    QVERIFY(!story.hasKey(QStringLiteral("absent")));
-    story.removeObjectForKey(QStringLiteral("title"));
-    QVERIFY(!story.hasKey(QStringLiteral("title")));
-    QVERIFY(story.isDirtyForKey(QStringLiteral("title")));
 }
 
 void ParseValuesTest::endpointKeepsServerPath_data()
