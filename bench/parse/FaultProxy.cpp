@@ -1,5 +1,6 @@
 #include "FaultProxy.h"
 
+#include <QPointer>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -64,22 +65,26 @@ void FaultProxy::relay(QTcpSocket *client, QByteArray request)
     lines.append("Connection: close");
     request = lines.join("\r\n") + "\r\n\r\n" + request.mid(headEnd + 4);
 
-    auto *server = new QTcpSocket(client);
+    auto *server = new QTcpSocket(this);
+    const QPointer<QTcpSocket> waiting(client);
+    if (m_faults.passClientLoss)
+        connect(client, &QTcpSocket::disconnected, server, [server] { server->abort(); });
     auto reply = std::make_shared<QByteArray>();
     connect(server, &QTcpSocket::connected, server, [server, request] { server->write(request); });
     connect(server, &QTcpSocket::readyRead, server, [server, reply] { reply->append(server->readAll()); });
-    // In the client's context: the relay ends with the client (the server socket is its child).
-    connect(server, &QTcpSocket::disconnected, client, [this, server, client, reply] {
+    connect(server, &QTcpSocket::disconnected, this, [this, server, waiting, reply] {
         reply->append(server->readAll());
         server->deleteLater();
-        if (roll(m_faults.dropReply) || m_down) {
+        QTcpSocket *alive = waiting.data();
+        if (!alive || alive->state() != QAbstractSocket::ConnectedState || roll(m_faults.dropReply) || m_down) {
             ++m_counts.dropped; // applied by the server; the client never hears of it
-            client->abort();
+            if (alive)
+                alive->abort();
             return;
         }
         ++m_counts.relayed;
-        client->write(*reply);
-        client->disconnectFromHost();
+        alive->write(*reply);
+        alive->disconnectFromHost();
     });
     server->connectToHost(m_backend.host(), quint16(m_backend.port()));
 }

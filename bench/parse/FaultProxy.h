@@ -17,6 +17,10 @@ public:
         double cut = 0;       // a request is cut before it reaches the server
         double dropReply = 0; // the server answers, the client never hears it
         double outage = 0;    // chance, every 200 ms, that the network goes down for up to a second
+        // A client that goes away (killed) mid-request also cuts the request at the server, as on
+        // a direct connection. Off: the server finishes it, as behind a relay that does not pass
+        // the client's going away on.
+        bool passClientLoss = true;
     };
     struct Counts {
         int relayed = 0;
