@@ -84,11 +84,11 @@ class Worker {
 public:
     explicit Worker(const QString &directory) : m_directory(directory)
     {
-        QFile file(QDir(directory).filePath(QStringLiteral("spec.json")));
+        QFile file(QDir(directory).filePath(QStringLiteral("run.json")));
         if (file.open(QIODevice::ReadOnly))
-            m_spec = QJsonDocument::fromJson(file.readAll()).object();
-        m_plan = planFromJson(m_spec);
-        m_runTag = m_spec.value(QStringLiteral("runTag")).toString();
+            m_run = QJsonDocument::fromJson(file.readAll()).object();
+        m_plan = planFromJson(m_run);
+        m_runTag = m_run.value(QStringLiteral("runTag")).toString();
     }
 
     int run()
@@ -102,7 +102,7 @@ public:
         // Records made by an earlier start are found again once the queue has sent them.
         if (made > 0 && (!drain() || !findRecords()))
             return 4;
-        QRandomGenerator random(m_spec.value(QStringLiteral("seed")).toInt() + quint32(made));
+        QRandomGenerator random(m_run.value(QStringLiteral("seed")).toInt() + quint32(made));
         for (; made < m_plan.size(); ++made) {
             writeProgress(QStringLiteral("making"), made);
             make(m_plan.at(made));
@@ -119,7 +119,7 @@ private:
         Parse::initializeWithConfiguration(ParseClientConfiguration::configurationWithBlock([&](auto &c) {
             c.applicationId = TestBackend::instance().applicationId();
             c.clientKey = TestBackend::instance().clientKey();
-            c.server = m_spec.value(QStringLiteral("server")).toString();
+            c.server = m_run.value(QStringLiteral("server")).toString();
             c.dataDirectory = QDir(m_directory).filePath(QStringLiteral("data"));
             c.secureStorage = m_store.get();
             c.networkRetryAttempts = 2;
@@ -136,8 +136,8 @@ private:
             return false;
         while (!PFUser::currentUser()) {
             bool answered = false;
-            PFUser::logInWithUsernameInBackground(m_spec.value(QStringLiteral("username")).toString(),
-                                                  m_spec.value(QStringLiteral("password")).toString(),
+            PFUser::logInWithUsernameInBackground(m_run.value(QStringLiteral("username")).toString(),
+                                                  m_run.value(QStringLiteral("password")).toString(),
                                                   [&](const PFUserPtr &, const PFError *) { answered = true; });
             if (!waitFor([&] { return answered; }, 30000))
                 return false;
@@ -254,7 +254,7 @@ private:
     }
 
     QString m_directory;
-    QJsonObject m_spec;
+    QJsonObject m_run;
     QList<Save> m_plan;
     QString m_runTag;
     std::unique_ptr<SecureStore> m_store;

@@ -52,14 +52,14 @@ Tally runOnce(FaultProxy &proxy, quint32 seed, bool passClientLoss)
     const QList<Save> plan = makePlan(seed, runTag);
     const TestBackend::User user = TestBackend::instance().signUpUser();
     QTemporaryDir directory;
-    QJsonObject spec = toJson(plan);
-    spec.insert(QStringLiteral("server"), proxy.origin());
-    spec.insert(QStringLiteral("username"), user.username);
-    spec.insert(QStringLiteral("password"), user.password);
-    spec.insert(QStringLiteral("runTag"), runTag);
-    spec.insert(QStringLiteral("seed"), int(seed));
-    QFile file(directory.filePath(QStringLiteral("spec.json")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(spec).toJson()) < 0)
+    QJsonObject order = toJson(plan);
+    order.insert(QStringLiteral("server"), proxy.origin());
+    order.insert(QStringLiteral("username"), user.username);
+    order.insert(QStringLiteral("password"), user.password);
+    order.insert(QStringLiteral("runTag"), runTag);
+    order.insert(QStringLiteral("seed"), int(seed));
+    QFile file(directory.filePath(QStringLiteral("run.json")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(order).toJson()) < 0)
         return {};
     file.close();
 
