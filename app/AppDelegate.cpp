@@ -38,8 +38,7 @@ bool AppDelegate::applicationDidFinishLaunching(const QVariantMap &launchOptions
     // A desktop app is not woken for background fetches, so there is no minimum interval to set.
     recordVersion();
     requestNotificationPermission();
-    if (PFUser::currentUser())
-        showMenuForRememberedSession();
+    decideFirstScreen();
     if (m_services.notificationCenter)
         m_services.notificationCenter->setApplicationIconBadgeNumber(0);
     return true;
@@ -104,6 +103,57 @@ void AppDelegate::requestNotificationPermission()
                 Qt::QueuedConnection);
         });
     });
+}
+
+// The remembered session lives in the secure store: the answer comes later. A store that is
+// locked or missing leaves the user remembered for a later start and shows the sign-in now.
+void AppDelegate::decideFirstScreen()
+{
+    QPointer<AppDelegate> self(this);
+    PFUser::getCurrentUserInBackground([self](const PFUserPtr &user, const PFError *error) {
+        if (!self)
+            return;
+        if (error)
+            qCWarning(lcApp).noquote() << error->localizedDescription();
+        if (user) {
+            self->showMenuForRememberedSession();
+            self->verifyRememberedSession();
+        }
+        self->m_launchDecided = true;
+        Q_EMIT self->launchDecided();
+    });
+}
+
+// The server may have ended the session since the last run (an account closed or refused).
+// Asked once the menu is on screen, so the first frame does not wait for the network; only a
+// refusal signs out: a server that cannot be reached leaves the session as it is.
+void AppDelegate::verifyRememberedSession()
+{
+    QPointer<AppDelegate> self(this);
+    PFUser::verifyCurrentUserSessionInBackground([self](bool valid, const PFError *error) {
+        if (!self || valid || !error)
+            return;
+        if (error->code() != PFError::InvalidSessionToken) {
+            qCInfo(lcApp).noquote() << "the remembered session could not be checked:" << error->localizedDescription();
+            return;
+        }
+        qCInfo(lcApp) << "the server refused the remembered session; showing the sign-in";
+        self->showSignIn();
+        Q_EMIT self->rememberedSessionRefused();
+    });
+}
+
+void AppDelegate::showSignIn()
+{
+    ui::Storyboard *storyboard = ui::Storyboard::storyboardWithName(AppStoryboards::kRegistration);
+    ui::ViewController *login =
+        storyboard ? storyboard->instantiateViewControllerWithIdentifier(AppStoryboards::kLoginIdentifier) : nullptr;
+    if (!login || !m_window) {
+        qCCritical(lcApp) << "the sign-in screen is missing";
+        return;
+    }
+    login->setModalPresentationStyle(ui::ViewController::ModalPresentationStyle::FullScreen);
+    m_window->setRootViewController(login);
 }
 
 void AppDelegate::showMenuForRememberedSession()

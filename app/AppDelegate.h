@@ -43,7 +43,11 @@ public:
 
     // Set only when a remembered session put the menu on screen at launch.
     [[nodiscard]] ui::Window *window() const { return m_window; }
+    // Whether the launch knows yet if a session is remembered (and so which screen comes first).
+    [[nodiscard]] bool isLaunchDecided() const { return m_launchDecided; }
 
+    // Runs the launch steps. Reading the remembered session takes the secure store's time, so
+    // the menu (or nothing, for the sign-in) follows later, announced by launchDecided().
     bool applicationDidFinishLaunching(const QVariantMap &launchOptions);
     // The background fetch does no work and never reports a result: the handler is dropped.
     void applicationPerformFetch(std::function<void(int result)> completionHandler);
@@ -59,14 +63,23 @@ public:
 Q_SIGNALS:
     // The installation save finished (for whoever watches the launch, such as tests).
     void installationSaveFinished(bool succeeded);
+    // The remembered session was read: window() holds the menu, or stays empty for the sign-in.
+    void launchDecided();
+    // The server refused the remembered session at start-up: the user was signed out here and
+    // window() now shows the sign-in.
+    void rememberedSessionRefused();
 
 private:
     void configureBackend();
     void styleNavigationBars();
     void recordVersion();
     void requestNotificationPermission();
+    void decideFirstScreen();
     void showMenuForRememberedSession();
+    void verifyRememberedSession();
+    void showSignIn();
 
     Services m_services;
     QPointer<ui::Window> m_window;
+    bool m_launchDecided = false;
 };

@@ -68,10 +68,35 @@ Application::~Application()
 void Application::launch()
 {
     AppStoryboards::registerAll(m_configuration);
+    connect(m_delegate.get(), &AppDelegate::launchDecided, this, &Application::firstScreenDecided,
+            Qt::SingleShotConnection);
     m_delegate->applicationDidFinishLaunching({});
-    if (!m_delegate->window())
+    QTimer::singleShot(kStartScreenAfterMs, this, [this] {
+        if (!m_delegate->isLaunchDecided())
+            showStartScreen();
+    });
+}
+
+void Application::firstScreenDecided()
+{
+    if (m_delegate->window())
+        m_mainWindow.reset(); // the start-up screen, if it was drawn, gives way to the menu
+    else
         showMainStoryboard();
     m_sceneDelegate->setWindow(window());
+}
+
+void Application::showStartScreen()
+{
+    ui::Storyboard *main = ui::Storyboard::storyboardWithName(AppStoryboards::kMain);
+    ui::ViewController *start =
+        main ? main->instantiateViewControllerWithIdentifier(AppStoryboards::kStartIdentifier) : nullptr;
+    if (!start)
+        return;
+    qCInfo(lcApp) << "waiting for the secure store to give the remembered session";
+    m_mainWindow = std::make_unique<ui::Window>();
+    m_mainWindow->setRootViewController(start);
+    m_mainWindow->makeKeyAndVisible();
 }
 
 void Application::showMainStoryboard()
@@ -82,7 +107,8 @@ void Application::showMainStoryboard()
         qCCritical(lcApp) << "the main storyboard has no first screen";
         return;
     }
-    m_mainWindow = std::make_unique<ui::Window>();
+    if (!m_mainWindow)
+        m_mainWindow = std::make_unique<ui::Window>();
     m_mainWindow->setRootViewController(first);
     m_mainWindow->makeKeyAndVisible();
 }
@@ -94,6 +120,13 @@ ui::Window *Application::window() const
 
 void Application::afterFirstFrame(std::function<void(QQuickWindow *)> action)
 {
+    if (!m_delegate->isLaunchDecided()) {
+        connect(
+            m_delegate.get(), &AppDelegate::launchDecided, this,
+            [this, action] { QTimer::singleShot(0, this, [this, action] { afterFirstFrame(action); }); },
+            Qt::SingleShotConnection);
+        return;
+    }
     ui::Window *shown = window();
     QQuickWindow *quick = shown ? shown->quickWindow() : nullptr;
     if (!quick) {

@@ -21,6 +21,11 @@ class Window;
 // The running app: reads the configuration, builds the platform services once, hands them
 // to the delegate's launch and, when the launch made no window, shows the main storyboard's
 // first screen as the platform would.
+//
+// Which screen comes first depends on the remembered session, which the secure store gives
+// asynchronously (in a few milliseconds, or once the user has unlocked the keyring). The first
+// frame waits for that answer only briefly: when it takes longer, the neutral start-up screen
+// is drawn meanwhile, so neither the sign-in nor the menu ever flashes up wrongly.
 class Application : public QObject {
     Q_OBJECT
 public:
@@ -29,6 +34,8 @@ public:
 
     // Launches: the delegate's steps, then the first window.
     void launch();
+    // How long the first frame waits for the remembered session before the start-up screen is drawn.
+    static constexpr int kStartScreenAfterMs = 150;
 
     [[nodiscard]] AppDelegate *delegate() const { return m_delegate.get(); }
     // The window on screen: the delegate's, or the main storyboard's.
@@ -44,6 +51,8 @@ public:
 
 private:
     void showMainStoryboard();
+    void showStartScreen();
+    void firstScreenDecided();
     void afterFirstFrame(std::function<void(QQuickWindow *)> action);
 
     AppConfiguration m_configuration;

@@ -24,7 +24,7 @@ void PFCloudController::callFunction(const QString &name, const QVariantMap &par
             return;
         }
         PFDecoder decoder;
-        const QVariant value = decoder.decode(result.json.value(QLatin1String("result")));
+        const QVariant value = decoder.decode(result.json.value(QStringLiteral("result")));
         block(value, decoder.error() ? &*decoder.error() : nullptr);
     });
 }

@@ -2,77 +2,147 @@
 
 #include "PFDataStore.h"
 #include "PFDecoder.h"
+#include "PFDispatch.h"
 #include "PFEncoder.h"
+#include "PFError.h"
+#include "PFJsonReader.h"
 #include "PFLogging.h"
-#include "PFSecureStorage.h"
 #include "PFUser.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
+#include <QPointer>
 
 PFCurrentUserController::PFCurrentUserController(PFDataStore &store, PFSecureStorage *secureStorage,
-                                                 const QString &applicationId)
-    : m_store(store), m_secureStorage(secureStorage), m_secretKey(QStringLiteral("session-token:") + applicationId)
+                                                 const QString &applicationId, QObject *parent)
+    : QObject(parent), m_store(store), m_secureStorage(secureStorage),
+      m_secretKey(QStringLiteral("session-token:") + applicationId)
 {
 }
 
-PFUserPtr PFCurrentUserController::currentUser()
+QString PFCurrentUserController::sessionToken() const
 {
-    if (!m_loaded)
-        load();
-    return m_user;
-}
-
-QString PFCurrentUserController::sessionToken()
-{
-    const PFUserPtr user = currentUser();
-    return user ? user->sessionToken() : QString();
+    return m_user ? m_user->sessionToken() : QString();
 }
 
 void PFCurrentUserController::load()
 {
-    m_loaded = true;
     const std::optional<QByteArray> contents = m_store.read(fileName());
-    if (!contents)
-        return;
-    const std::optional<QByteArray> token =
-        m_secureStorage ? m_secureStorage->secret(m_secretKey) : std::optional<QByteArray>();
-    if (!token || token->isEmpty()) {
-        qCInfo(lcParseUser) << "a remembered user has no session in the secure storage; signed out";
-        m_store.remove(fileName());
+    if (!contents || !m_secureStorage) {
+        // Without a secure storage no session was ever remembered.
+        PFDispatch::later([self = QPointer(this)] {
+            if (self)
+                self->finishLoading(nullptr, std::nullopt);
+        });
         return;
     }
-    const QJsonDocument document = QJsonDocument::fromJson(*contents);
+    PFJsonReader reader;
     PFDecoder decoder;
-    const QVariant decoded = decoder.decode(document.object());
+    const QVariant decoded = decoder.decode(reader.read(*contents));
     auto user = std::dynamic_pointer_cast<PFUser>(decoded.value<PFObjectPtr>());
-    if (!document.isObject() || decoder.error() || !user || user->objectId().isEmpty()) {
-        qCWarning(lcParseUser) << "the remembered user's file is unreadable; signed out";
+    if (decoder.error() || !user || user->objectId().isEmpty()) {
+        qCWarning(lcParseUser) << "the remembered user's file is unreadable; signed out"
+                               << (reader.error().isEmpty() ? QString() : reader.error());
         clear();
         return;
     }
-    user->setSessionToken(QString::fromUtf8(*token));
+    const quint64 generation = m_generation;
+    m_secureStorage->readSecret(
+        m_secretKey, [this, self = QPointer(this), user, generation](const PFSecureStorage::Result &result) {
+            if (!self)
+                return;
+            if (generation != m_generation) {
+                finishLoading(m_user, std::nullopt); // someone signed in or out meanwhile
+                return;
+            }
+            if (result.ok() && !result.data.isEmpty()) {
+                user->setSessionToken(QString::fromUtf8(result.data));
+                m_remembered = true;
+                finishLoading(user, std::nullopt);
+                return;
+            }
+            if (result.status == PFSecureStorage::Status::NotFound || result.ok()) {
+                qCInfo(lcParseUser) << "a remembered user has no session in the secure storage; signed out";
+                m_store.remove(fileName());
+                finishLoading(nullptr, std::nullopt);
+                return;
+            }
+            qCWarning(lcParseUser).noquote() << "the remembered session could not be read from the secure storage ("
+                                                 + PFSecureStorage::describe(result.status)
+                                                 + "); it stays for a later start";
+            finishLoading(nullptr, PFError(PFError::SecureStorageUnavailable,
+                                           QCoreApplication::translate("PFError",
+                                                                       "The remembered session could not be read: %1")
+                                               .arg(PFSecureStorage::describe(result.status))));
+        });
+}
+
+void PFCurrentUserController::finishLoading(const PFUserPtr &user, const std::optional<PFError> &error)
+{
+    const bool changed = m_user != user;
     m_user = user;
+    m_loadError = error;
+    m_loaded = true;
+    for (const PFUserResultBlock &block : std::exchange(m_waiting, {})) {
+        if (block)
+            block(m_user, m_loadError ? &*m_loadError : nullptr);
+    }
+    if (changed)
+        Q_EMIT currentUserChanged();
+}
+
+void PFCurrentUserController::getCurrentUser(PFUserResultBlock block)
+{
+    if (!m_loaded) {
+        m_waiting.append(std::move(block));
+        return;
+    }
+    PFDispatch::later([self = QPointer(this), block = std::move(block)] {
+        if (self && block)
+            block(self->m_user, self->m_loadError ? &*self->m_loadError : nullptr);
+    });
 }
 
 void PFCurrentUserController::setCurrentUser(const PFUserPtr &user)
 {
-    m_loaded = true;
-    m_user = user;
+    ++m_generation;
+    m_remembered = false;
+    m_remembering = false;
+    m_loadError.reset();
+    if (!m_loaded || m_user != user) {
+        finishLoading(user, std::nullopt);
+    }
     if (!m_secureStorage) {
         qCInfo(lcParseUser) << "no secure storage: the session is kept for this run only";
         return;
     }
-    if (!m_secureStorage->setSecret(m_secretKey, user->sessionToken().toUtf8())) {
-        qCWarning(lcParseUser) << "the secure storage refused the session; it is kept for this run only";
-        m_store.remove(fileName());
-        return;
-    }
-    persist();
+    remember(user, m_generation);
+}
+
+void PFCurrentUserController::remember(const PFUserPtr &user, quint64 generation)
+{
+    m_remembering = true;
+    m_secureStorage->writeSecret(m_secretKey, user->sessionToken().toUtf8(),
+                                 [this, self = QPointer(this), user, generation](const PFSecureStorage::Result &result) {
+                                     if (!self || generation != m_generation)
+                                         return; // signed out or in again meanwhile
+                                     m_remembering = false;
+                                     if (!result.ok()) {
+                                         qCWarning(lcParseUser).noquote()
+                                             << "the secure storage did not keep the session ("
+                                                    + PFSecureStorage::describe(result.status)
+                                                    + "); it lasts for this run only";
+                                         m_store.remove(fileName());
+                                         return;
+                                     }
+                                     m_remembered = true;
+                                     persist();
+                                 });
 }
 
 void PFCurrentUserController::persist()
 {
-    if (!m_user || !m_secureStorage)
+    if (!m_user || !m_remembered)
         return;
     PFEncoder encoder;
     QJsonObject record = encoder.encodeObject(m_user->state());
@@ -84,9 +154,16 @@ void PFCurrentUserController::persist()
 
 void PFCurrentUserController::clear()
 {
-    m_loaded = true;
-    m_user.reset();
+    ++m_generation;
+    m_remembered = false;
+    m_remembering = false;
+    m_loadError.reset();
     m_store.remove(fileName());
     if (m_secureStorage)
-        m_secureStorage->removeSecret(m_secretKey);
+        m_secureStorage->removeSecret(m_secretKey, [](const PFSecureStorage::Result &result) {
+            if (!result.ok())
+                qCWarning(lcParseUser).noquote() << "the session could not be removed from the secure storage ("
+                                                        + PFSecureStorage::describe(result.status) + ")";
+        });
+    finishLoading(nullptr, std::nullopt);
 }

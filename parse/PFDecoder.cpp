@@ -2,10 +2,10 @@
 
 #include "PFFileObject.h"
 #include "PFGeoPoint.h"
+#include "PFJsonReader.h"
 #include "PFObject.h"
 
 #include <QCoreApplication>
-#include <QJsonArray>
 
 namespace {
 
@@ -66,36 +66,27 @@ void PFDecoder::malformed(const QString &what)
 
 namespace {
 
-bool isNumber(const QVariant &v)
-{
-    const int type = v.typeId();
-    return type == QMetaType::Double || type == QMetaType::LongLong || type == QMetaType::Int ||
-           type == QMetaType::ULongLong || type == QMetaType::UInt;
-}
-
 bool isString(const QVariant &v)
 {
     return v.typeId() == QMetaType::QString;
 }
 
+constexpr qint64 kLargestExactInteger = qint64(1) << 53;
+
+// Numbers as records hold them: double, or the exact integer where a double would round it.
+QVariant decodeNumber(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::Int) {
+        const qint64 whole = value.toLongLong();
+        if (whole > kLargestExactInteger || whole < -kLargestExactInteger)
+            return whole;
+    }
+    return value.toDouble();
+}
+
 } // namespace
 
-QVariant PFDecoder::decode(const QJsonValue &value)
-{
-    return decodeVariant(value.toVariant());
-}
-
-PFObjectPtr PFDecoder::decodeObject(const QString &className, const QJsonObject &json)
-{
-    return decodeObject(className, json.toVariantMap());
-}
-
-void PFDecoder::mergeInto(PFObjectState &state, const QJsonObject &json)
-{
-    mergeInto(state, json.toVariantMap());
-}
-
-QVariant PFDecoder::decodeVariant(const QVariant &value)
+QVariant PFDecoder::decode(const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::QVariantList: {
@@ -103,7 +94,7 @@ QVariant PFDecoder::decodeVariant(const QVariant &value)
         const QVariantList items = value.toList();
         list.reserve(items.size());
         for (const QVariant &item : items)
-            list.append(decodeVariant(item));
+            list.append(decode(item));
         return list;
     }
     case QMetaType::QVariantMap: {
@@ -113,17 +104,15 @@ QVariant PFDecoder::decodeVariant(const QVariant &value)
             return decodeTyped(type.toString(), object);
         QVariantMap map;
         for (auto it = object.constBegin(); it != object.constEnd(); ++it)
-            map.insert(it.key(), decodeVariant(it.value()));
+            map.insert(it.key(), decode(it.value()));
         return map;
     }
     case QMetaType::Nullptr:
     case QMetaType::Bool:
-    case QMetaType::Double:
     case QMetaType::QString:
         return value;
     default:
-        // Whole numbers arrive as integers from QJsonValue; records hold every number as double.
-        return isNumber(value) ? QVariant(value.toDouble()) : QVariant();
+        return PFJsonReader::isNumber(value) ? decodeNumber(value) : QVariant();
     }
 }
 
@@ -141,7 +130,7 @@ QVariant PFDecoder::decodeTyped(const QString &type, const QVariantMap &json)
     if (type == QLatin1String("GeoPoint")) {
         const QVariant latitude = json.value(QStringLiteral("latitude"));
         const QVariant longitude = json.value(QStringLiteral("longitude"));
-        if (!isNumber(latitude) || !isNumber(longitude)) {
+        if (!PFJsonReader::isNumber(latitude) || !PFJsonReader::isNumber(longitude)) {
             malformed(QStringLiteral("geo point"));
             return {};
         }
@@ -187,16 +176,11 @@ QVariant PFDecoder::decodeTyped(const QString &type, const QVariantMap &json)
     // Relations and other types this client does not use are kept as plain maps.
     QVariantMap map;
     for (auto it = json.constBegin(); it != json.constEnd(); ++it)
-        map.insert(it.key(), decodeVariant(it.value()));
+        map.insert(it.key(), decode(it.value()));
     return map;
 }
 
-PFObjectPtr PFDecoder::decodeObject(const QString &className, const QVariantMap &json)
-{
-    return decodeObject(className, QVariantMap(json));
-}
-
-PFObjectPtr PFDecoder::decodeObject(const QString &className, QVariantMap &&json)
+PFObjectPtr PFDecoder::decodeObject(const QString &className, QVariantMap json)
 {
     PFObjectPtr object = PFSubclassRegistry::shared().make(className);
     mergeInto(object->mutableState(), std::move(json));
@@ -205,12 +189,7 @@ PFObjectPtr PFDecoder::decodeObject(const QString &className, QVariantMap &&json
     return object;
 }
 
-void PFDecoder::mergeInto(PFObjectState &state, const QVariantMap &json)
-{
-    mergeInto(state, QVariantMap(json));
-}
-
-void PFDecoder::mergeInto(PFObjectState &state, QVariantMap &&json)
+void PFDecoder::mergeInto(PFObjectState &state, QVariantMap json)
 {
     // The standard keys of a record and of the reply itself leave the map first.
     if (json.contains(QStringLiteral("objectId"))) {
@@ -226,7 +205,7 @@ void PFDecoder::mergeInto(PFObjectState &state, QVariantMap &&json)
         if (!json.contains(key))
             continue;
         const QVariant value = json.take(key);
-        const QDateTime date = value.typeId() == QMetaType::QVariantMap ? decodeVariant(value).toDateTime()
+        const QDateTime date = value.typeId() == QMetaType::QVariantMap ? decode(value).toDateTime()
                                : isString(value)                        ? decodeDate(value.toString())
                                                                         : QDateTime();
         if (!date.isValid())
@@ -241,8 +220,8 @@ void PFDecoder::mergeInto(PFObjectState &state, QVariantMap &&json)
     // Plain values stay as they are; typed objects and lists are decoded in place.
     for (auto it = json.begin(); it != json.end(); ++it) {
         const int type = it.value().typeId();
-        if (type == QMetaType::QVariantMap || type == QMetaType::QVariantList || isNumber(it.value()))
-            it.value() = decodeVariant(it.value());
+        if (type == QMetaType::QVariantMap || type == QMetaType::QVariantList || PFJsonReader::isNumber(it.value()))
+            it.value() = decode(it.value());
     }
     if (state.serverData.isEmpty())
         state.serverData = std::move(json);

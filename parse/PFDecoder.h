@@ -5,27 +5,25 @@
 #include "PFTypes.h"
 
 #include <QHash>
-#include <QJsonObject>
-#include <QJsonValue>
+#include <QVariantMap>
 #include <optional>
 
-// Turns the backend's JSON into record values: typed objects into dates, geo points, files
-// and records (as their registered subclass), lists and maps element by element. A reply of
-// the wrong shape is reported through error(), never trusted.
+// Turns the backend's JSON (as read by PFJsonReader) into record values: typed objects into
+// dates, geo points, files and records (as their registered subclass), lists and maps element
+// by element. Numbers become doubles, except whole numbers a double cannot hold exactly
+// (beyond 2^53), which stay 64-bit integers. A reply of the wrong shape is reported through
+// error(), never trusted.
 class PFDecoder {
 public:
-    [[nodiscard]] QVariant decode(const QJsonValue &value);
-    // The same for a value read by PFJsonReader.
-    [[nodiscard]] QVariant decodeVariant(const QVariant &value);
-    // A full record of the class from a reply (a query result, a login, an included pointer).
-    [[nodiscard]] PFObjectPtr decodeObject(const QString &className, const QJsonObject &json);
-    [[nodiscard]] PFObjectPtr decodeObject(const QString &className, const QVariantMap &json);
-    // Takes the map over: a reply read by PFJsonReader becomes the record's data without a copy.
-    [[nodiscard]] PFObjectPtr decodeObject(const QString &className, QVariantMap &&json);
+    // Any value read by PFJsonReader.
+    [[nodiscard]] QVariant decode(const QVariant &value);
+    // Replies are read by PFJsonReader, never through a QJsonDocument.
+    QVariant decode(const class QJsonValue &value) = delete;
+    // A full record of the class (a query result, a login, an included record). The map is
+    // taken over: a reply becomes the record's data without a copy.
+    [[nodiscard]] PFObjectPtr decodeObject(const QString &className, QVariantMap json);
     // Takes a reply's standard keys and other values into an existing record's server data.
-    void mergeInto(PFObjectState &state, const QJsonObject &json);
-    void mergeInto(PFObjectState &state, const QVariantMap &json);
-    void mergeInto(PFObjectState &state, QVariantMap &&json);
+    void mergeInto(PFObjectState &state, QVariantMap json);
 
     [[nodiscard]] const std::optional<PFError> &error() const { return m_error; }
     [[nodiscard]] static QDateTime decodeDate(const QString &iso);

@@ -8,10 +8,11 @@ PFError PFError::connectionFailed(const QString &detail)
             QCoreApplication::translate("PFError", "The connection to the server failed (%1).").arg(detail)};
 }
 
-PFError PFError::unreadableReply(int httpStatus)
+PFError PFError::unreadableReply(int httpStatus, const QString &reason)
 {
-    return {InvalidJSON,
-            QCoreApplication::translate("PFError", "The server's reply could not be read (HTTP %1).").arg(httpStatus)};
+    return {InvalidJSON, QCoreApplication::translate("PFError", "The server's reply could not be read (HTTP %1: %2).")
+                             .arg(httpStatus)
+                             .arg(reason)};
 }
 
 PFError PFError::notInitialized()

@@ -9,6 +9,7 @@ public:
     // The codes this client produces itself; codes sent by the server are passed through.
     enum Code : int {
         OtherCause = -1,
+        SecureStorageUnavailable = -2, // the secure storage did not answer with the session
         InternalServer = 1,
         ConnectionFailed = 100,
         ObjectNotFound = 101,
@@ -20,6 +21,7 @@ public:
         PasswordMissing = 201,
         SessionMissing = 251,
         DuplicateRequest = 159,
+        InvalidSessionToken = 209,
     };
 
     PFError(int code, QString description) : m_code(code), m_description(std::move(description)) {}
@@ -29,7 +31,8 @@ public:
 
     // Errors of this client, with their texts translated in the "PFError" context.
     [[nodiscard]] static PFError connectionFailed(const QString &detail);
-    [[nodiscard]] static PFError unreadableReply(int httpStatus);
+    // A reply that is not the JSON expected; `reason` says what is wrong with it.
+    [[nodiscard]] static PFError unreadableReply(int httpStatus, const QString &reason);
     [[nodiscard]] static PFError notInitialized();
 
 private:

@@ -1,11 +1,13 @@
 #include "PFEventuallyQueue.h"
 
+#include "PFCurrentUserController.h"
 #include "PFDataStore.h"
 #include "PFDecoder.h"
 #include "PFDispatch.h"
 #include "PFEncoder.h"
 #include "PFLogging.h"
 #include "PFObject.h"
+#include "PFUser.h"
 #include "ParseCommandRunner.h"
 
 #include <QCoreApplication>
@@ -14,6 +16,7 @@
 
 namespace {
 const QString kRequestId = QStringLiteral("requestId");
+const QString kUserId = QStringLiteral("userId");
 const QString kClassName = QStringLiteral("className");
 const QString kObjectId = QStringLiteral("objectId");
 const QString kLocalId = QStringLiteral("localId");
@@ -23,11 +26,31 @@ QString newId()
 {
     return QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
+
+// How the queue treats an answer.
+enum class Verdict { Applied, RetryLater, SessionEnded, Refused };
+
+Verdict verdictOn(const ParseCommandResult &result, bool creating)
+{
+    if (result.succeeded())
+        return Verdict::Applied;
+    const int code = result.errorCode();
+    // A reply that arrived but could not be read is asked for again: the server answers a
+    // retry with the same answer.
+    if (result.transient || result.httpStatus == 429 || (result.httpStatus >= 200 && result.httpStatus < 300))
+        return Verdict::RetryLater;
+    if (code == PFError::InvalidSessionToken)
+        return Verdict::SessionEnded;
+    // An update applied before whose answer was lost (by a server that does not replay answers).
+    if (code == PFError::DuplicateRequest && !creating)
+        return Verdict::Applied;
+    return Verdict::Refused;
+}
 } // namespace
 
-PFEventuallyQueue::PFEventuallyQueue(ParseCommandRunner &runner, PFDataStore &store,
-                                     std::function<QString()> sessionToken, int retryIntervalMs, QObject *parent)
-    : QObject(parent), m_runner(runner), m_store(store), m_sessionToken(std::move(sessionToken))
+PFEventuallyQueue::PFEventuallyQueue(ParseCommandRunner &runner, PFDataStore &store, PFCurrentUserController &users,
+                                     int retryIntervalMs, QObject *parent)
+    : QObject(parent), m_runner(runner), m_store(store), m_users(users)
 {
     m_retryTimer.setSingleShot(true);
     m_retryTimer.setInterval(retryIntervalMs);
@@ -39,6 +62,8 @@ PFEventuallyQueue::PFEventuallyQueue(ParseCommandRunner &runner, PFDataStore &st
             resume();
         }
     });
+    // Another user signed in: their saves may go now.
+    connect(&m_users, &PFCurrentUserController::currentUserChanged, this, &PFEventuallyQueue::resume);
     load();
     if (!m_entries.isEmpty()) {
         qCInfo(lcParseEventually) << m_entries.size() << "saves waiting from an earlier run";
@@ -54,7 +79,8 @@ void PFEventuallyQueue::load()
     const QJsonObject journal = QJsonDocument::fromJson(*contents).object();
     const QJsonValue entries = journal.value(QLatin1String("entries"));
     if (!entries.isArray()) {
-        qCWarning(lcParseEventually) << "the journal of pending saves is unreadable and is set aside";
+        qCWarning(lcParseEventually) << "the journal of pending saves is unreadable and is set aside as"
+                                     << fileName() + QStringLiteral(".unreadable");
         m_store.write(fileName() + QStringLiteral(".unreadable"), *contents);
         return;
     }
@@ -64,7 +90,8 @@ void PFEventuallyQueue::load()
             (e.value(kObjectId).isString() || e.value(kLocalId).isString()))
             m_entries.append(e);
         else
-            qCWarning(lcParseEventually) << "a malformed pending save is dropped";
+            qCWarning(lcParseEventually).noquote() << "a malformed pending save is dropped:"
+                                                   << QJsonDocument(e).toJson(QJsonDocument::Compact).left(200);
     }
     m_localIds = journal.value(QLatin1String("localIds")).toObject();
 }
@@ -88,7 +115,11 @@ void PFEventuallyQueue::enqueueSave(const PFObjectPtr &object, PFBooleanResultBl
         PFDispatch::failLater(block, *encoder.error(), false);
         return;
     }
-    QJsonObject entry{{kRequestId, newId()}, {kClassName, state.className}, {kBody, body}};
+    const PFUserPtr user = m_users.currentUser();
+    QJsonObject entry{{kRequestId, newId()},
+                      {kUserId, user ? user->objectId() : QString()},
+                      {kClassName, state.className},
+                      {kBody, body}};
     if (state.objectId.isEmpty())
         entry.insert(kLocalId, state.localId);
     else
@@ -114,8 +145,32 @@ void PFEventuallyQueue::enqueueSave(const PFObjectPtr &object, PFBooleanResultBl
 
 void PFEventuallyQueue::resume()
 {
-    if (!m_sending && !m_retryTimer.isActive())
-        sendNext();
+    if (m_sending || m_retryTimer.isActive())
+        return;
+    if (m_entries.isEmpty()) {
+        Q_EMIT drained();
+        return;
+    }
+    const qsizetype index = nextSendable();
+    if (index >= 0)
+        send(index);
+}
+
+// The first save that may go now: one made without a user, or one of the signed-in user while
+// their session holds. The saves of one user keep their order.
+qsizetype PFEventuallyQueue::nextSendable() const
+{
+    if (!m_users.isLoaded())
+        return -1;
+    const PFUserPtr user = m_users.currentUser();
+    const QString userId = user ? user->objectId() : QString();
+    const bool sessionUsable = user && user->isAuthenticated() && user->sessionToken() != m_endedSession;
+    for (qsizetype i = 0; i < m_entries.size(); ++i) {
+        const QString owner = m_entries.at(i).toObject().value(kUserId).toString();
+        if (owner.isEmpty() || (owner == userId && sessionUsable))
+            return i;
+    }
+    return -1;
 }
 
 bool PFEventuallyQueue::resolveLocalIds(QJsonValue &value) const
@@ -150,75 +205,112 @@ bool PFEventuallyQueue::resolveLocalIds(QJsonValue &value) const
     return true;
 }
 
-void PFEventuallyQueue::sendNext()
+void PFEventuallyQueue::send(qsizetype index)
 {
-    if (m_entries.isEmpty()) {
-        Q_EMIT drained();
-        return;
-    }
-    const QJsonObject entry = m_entries.first().toObject();
+    const QJsonObject entry = m_entries.at(index).toObject();
+    const QString requestId = entry.value(kRequestId).toString();
     const QString localId = entry.value(kLocalId).toString();
     const QString objectId =
         localId.isEmpty() ? entry.value(kObjectId).toString() : m_localIds.value(localId).toString();
+    const QString creating = objectId.isEmpty() ? localId : QString();
     QJsonValue body = entry.value(kBody);
-    if (!resolveLocalIds(body)) {
+    if (!resolveLocalIds(body) || (!creating.isEmpty() && m_localIds.contains(localId))) {
         ParseCommandResult failed;
         failed.error =
             PFError(PFError::InvalidPointer,
                     QCoreApplication::translate("PFError", "The save refers to a record whose creation failed."));
-        finishFirst(failed, {});
+        finish(requestId, creating, {}, failed);
         return;
     }
     ParseCommand command = ParseCommand::saveObject(entry.value(kClassName).toString(), objectId, body.toObject());
-    command.requestId = entry.value(kRequestId).toString();
-    command.sessionToken = m_sessionToken ? m_sessionToken() : QString();
+    command.requestId = requestId;
+    if (!entry.value(kUserId).toString().isEmpty())
+        command.sessionToken = m_users.sessionToken();
     m_sending = true;
-    // A create waits for its answer to learn the new id; an update of a known record does not.
-    m_runner.runCommand(command, [this, creating = objectId.isEmpty() ? localId : QString()](
-                                     const ParseCommandResult &result) { finishFirst(result, creating); });
+    m_runner.runCommand(command, [this, requestId, creating, token = command.sessionToken](
+                                     ParseCommandResult &result) { finish(requestId, creating, token, result); });
 }
 
-void PFEventuallyQueue::finishFirst(const ParseCommandResult &result, const QString &localId)
+void PFEventuallyQueue::finish(const QString &requestId, const QString &localId, const QString &sessionToken,
+                               const ParseCommandResult &result)
 {
     m_sending = false;
-    if (m_entries.isEmpty())
+    qsizetype index = -1;
+    for (qsizetype i = 0; i < m_entries.size() && index < 0; ++i) {
+        if (m_entries.at(i).toObject().value(kRequestId).toString() == requestId)
+            index = i;
+    }
+    if (index < 0)
         return;
-    if (result.transient) {
-        qCInfo(lcParseEventually) << "server unreachable;" << m_entries.size() << "saves wait";
+    const QJsonObject entry = m_entries.at(index).toObject();
+    const QString what = entry.value(kClassName).toString() + u' ' +
+                         (localId.isEmpty() ? entry.value(kObjectId).toString() : QStringLiteral("(new)"));
+    const PFError *failure = nullptr;
+    switch (verdictOn(result, !localId.isEmpty())) {
+    case Verdict::RetryLater:
+        qCInfo(lcParseEventually).noquote() << "server unreachable (" + result.error->localizedDescription() + ");"
+                                            << m_entries.size() << "saves wait";
         m_retryTimer.start();
         return;
+    case Verdict::SessionEnded:
+        // Kept: it goes at its user's next sign-in. Whoever waits for it hears of the delay now.
+        m_endedSession = sessionToken;
+        qCWarning(lcParseEventually).noquote() << "a pending save was refused: the session of its user has ended;"
+                                               << what << "waits for their next sign-in";
+        complete(requestId, &*result.error);
+        resume();
+        return;
+    case Verdict::Refused:
+        qCWarning(lcParseEventually).noquote() << "a pending save was refused and dropped:" << what
+                                               << result.errorCode() << result.error->localizedDescription();
+        if (!localId.isEmpty())
+            m_localIds.insert(localId, QJsonValue::Null); // later saves that refer to it cannot go either
+        failure = &*result.error;
+        break;
+    case Verdict::Applied:
+        if (!localId.isEmpty())
+            recordCreation(localId, result);
+        break;
     }
-    const QString requestId = m_entries.first().toObject().value(kRequestId).toString();
-    // A duplicate request means the server applied this save before (its answer was lost).
-    const bool applied = result.succeeded() || result.error->code() == PFError::DuplicateRequest;
-    if (applied && !localId.isEmpty()) {
-        const QJsonValue objectId = result.json.value(kObjectId);
-        if (objectId.isString()) {
-            m_localIds.insert(localId, objectId);
-            if (const PFObjectPtr object = m_localObjects.value(localId).lock()) {
-                PFDecoder decoder;
-                decoder.mergeInto(object->mutableState(), result.json);
-                object->mutableState().localId.clear();
-            }
-        }
-    }
-    if (!applied)
-        qCWarning(lcParseEventually) << "a pending save was refused and dropped:"
-                                     << result.error->localizedDescription();
-    m_entries.removeFirst();
+    m_entries.removeAt(index);
     pruneLocalIds();
     if (!persist())
         qCWarning(lcParseEventually) << "the journal of pending saves could not be updated";
-    if (PFBooleanResultBlock block = m_blocks.take(requestId))
-        block(applied, applied ? nullptr : &*result.error);
-    sendNext();
+    complete(requestId, failure);
+    resume();
 }
 
+void PFEventuallyQueue::recordCreation(const QString &localId, const ParseCommandResult &result)
+{
+    const QString objectId = result.string(kObjectId);
+    if (objectId.isEmpty()) {
+        qCWarning(lcParseEventually) << "a record created from a pending save was applied before, but the server did "
+                                        "not say its id; saves that refer to it cannot be sent";
+        m_localIds.insert(localId, QJsonValue::Null);
+        return;
+    }
+    m_localIds.insert(localId, objectId);
+    if (const PFObjectPtr object = m_localObjects.take(localId).lock()) {
+        PFDecoder decoder;
+        decoder.mergeInto(object->mutableState(), result.json);
+        object->mutableState().localId.clear();
+    }
+}
+
+void PFEventuallyQueue::complete(const QString &requestId, const PFError *error)
+{
+    if (PFBooleanResultBlock block = m_blocks.take(requestId))
+        block(!error, error);
+}
+
+// Forgets the local ids no pending save refers to. A record whose create failed keeps its
+// mark while the record is in memory: a later save of it must fail too, not create it anew.
 void PFEventuallyQueue::pruneLocalIds()
 {
     const QByteArray rest = QJsonDocument(m_entries).toJson(QJsonDocument::Compact);
     for (const QString &localId : m_localIds.keys()) {
-        if (!rest.contains(localId.toUtf8()))
+        const bool failedAndAlive = m_localIds.value(localId).isNull() && !m_localObjects.value(localId).expired();
+        if (!failedAndAlive && !rest.contains(localId.toUtf8()))
             m_localIds.remove(localId);
     }
 }

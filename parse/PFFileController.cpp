@@ -15,14 +15,15 @@ void PFFileController::upload(const PFFileObjectPtr &file, const QString &sessio
     }
     ParseCommand command = ParseCommand::uploadFile(file->name(), file->data(), file->contentType());
     command.sessionToken = sessionToken;
+    command.requestId = file->uploadRequestId();
     m_runner.runCommand(command, [file, block](const ParseCommandResult &result) {
         std::optional<PFError> error = result.error;
-        const QJsonValue name = result.json.value(QLatin1String("name"));
-        const QJsonValue url = result.json.value(QLatin1String("url"));
-        if (!error && (!name.isString() || !url.isString()))
-            error = PFError::unreadableReply(result.httpStatus);
+        const QString name = result.string(QStringLiteral("name"));
+        const QString url = result.string(QStringLiteral("url"));
+        if (!error && (name.isEmpty() || url.isEmpty()))
+            error = PFError::unreadableReply(result.httpStatus, QStringLiteral("no file name or URL"));
         if (!error)
-            file->didUpload(name.toString(), QUrl(url.toString()));
+            file->didUpload(name, QUrl(url));
         if (block)
             block(!error, error ? &*error : nullptr);
     });

@@ -6,6 +6,7 @@
 #include "ParseCore.h"
 
 #include <QMimeDatabase>
+#include <QUuid>
 
 PFFileObject::PFFileObject(QString name, QUrl url, std::optional<QByteArray> data, QByteArray contentType)
     : m_name(std::move(name)), m_url(std::move(url)), m_data(std::move(data)), m_contentType(std::move(contentType))
@@ -30,6 +31,13 @@ PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QByt
 PFFileObjectPtr PFFileObject::fileObjectWithName(const QString &name, const QUrl &url)
 {
     return std::make_shared<PFFileObject>(name, url, std::nullopt, QByteArray());
+}
+
+QString PFFileObject::uploadRequestId()
+{
+    if (m_uploadRequestId.isEmpty())
+        m_uploadRequestId = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    return m_uploadRequestId;
 }
 
 void PFFileObject::didUpload(const QString &name, const QUrl &url)

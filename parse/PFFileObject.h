@@ -29,6 +29,10 @@ public:
     void saveInBackgroundWithBlock(PFBooleanResultBlock block);
     void getDataInBackgroundWithBlock(PFDataResultBlock block);
 
+    // The request id of this file's upload, the same for every attempt: a retried upload that
+    // reached the server before gets the first upload's answer, so no second file is stored.
+    [[nodiscard]] QString uploadRequestId();
+
     // The library records the upload's outcome and the downloaded data here.
     void didUpload(const QString &name, const QUrl &url);
     void didDownload(const QByteArray &data) { m_data = data; }
@@ -39,4 +43,5 @@ private:
     QUrl m_url;
     std::optional<QByteArray> m_data;
     QByteArray m_contentType;
+    QString m_uploadRequestId;
 };

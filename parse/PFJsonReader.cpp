@@ -7,7 +7,10 @@
 
 class PFJsonReader::Parser {
 public:
-    explicit Parser(const QByteArray &text) : m_at(text.constData()), m_end(text.constData() + text.size()) {}
+    explicit Parser(const QByteArray &text)
+        : m_begin(text.constData()), m_at(m_begin), m_end(text.constData() + text.size())
+    {
+    }
 
     bool parseDocument(QVariant &out)
     {
@@ -24,7 +27,7 @@ private:
     bool fail(const char *what)
     {
         if (m_error.isEmpty())
-            m_error = QString::fromLatin1(what);
+            m_error = QStringLiteral("%1 at byte %2").arg(QLatin1String(what)).arg(m_at - m_begin);
         return false;
     }
 
@@ -150,9 +153,9 @@ private:
     bool parseKey(QString &key)
     {
         const char *start = m_at + 1;
-        const char *p = start;
-        while (p < m_end && *p != '"' && *p != '\\' && static_cast<unsigned char>(*p) >= 0x20)
-            ++p;
+        const char *p = plainRun(start);
+        if (!p)
+            return false;
         if (p < m_end && *p == '"') {
             const std::string_view raw(start, size_t(p - start));
             auto found = m_keys.find(raw);
@@ -165,12 +168,67 @@ private:
         return parseString(key);
     }
 
+    // The end of the run of characters from `p` that need no unescaping, with any bytes beyond
+    // ASCII checked to be well-formed UTF-8; null (and the error set) when they are not.
+    const char *plainRun(const char *p)
+    {
+        bool beyondAscii = false;
+        const char *start = p;
+        while (p < m_end && *p != '"' && *p != '\\' && static_cast<unsigned char>(*p) >= 0x20) {
+            beyondAscii |= static_cast<unsigned char>(*p) >= 0x80;
+            ++p;
+        }
+        if (beyondAscii && !isUtf8(start, p)) {
+            m_at = start;
+            fail("invalid UTF-8 in a string");
+            return nullptr;
+        }
+        return p;
+    }
+
+    // Well-formed UTF-8 (RFC 3629): no overlong forms, no surrogates, nothing above U+10FFFF.
+    static bool isUtf8(const char *from, const char *to)
+    {
+        const auto *p = reinterpret_cast<const unsigned char *>(from);
+        const auto *end = reinterpret_cast<const unsigned char *>(to);
+        while (p < end) {
+            const unsigned char lead = *p;
+            if (lead < 0x80) {
+                ++p;
+                continue;
+            }
+            int length = 0;
+            unsigned char low = 0x80, high = 0xBF; // the allowed range of the second byte
+            if (lead >= 0xC2 && lead <= 0xDF) {
+                length = 2;
+            } else if (lead >= 0xE0 && lead <= 0xEF) {
+                length = 3;
+                low = lead == 0xE0 ? 0xA0 : 0x80;
+                high = lead == 0xED ? 0x9F : 0xBF;
+            } else if (lead >= 0xF0 && lead <= 0xF4) {
+                length = 4;
+                low = lead == 0xF0 ? 0x90 : 0x80;
+                high = lead == 0xF4 ? 0x8F : 0xBF;
+            } else {
+                return false;
+            }
+            if (end - p < length || p[1] < low || p[1] > high)
+                return false;
+            for (int i = 2; i < length; ++i) {
+                if (p[i] < 0x80 || p[i] > 0xBF)
+                    return false;
+            }
+            p += length;
+        }
+        return true;
+    }
+
     bool parseString(QString &out)
     {
         const char *start = ++m_at; // opening quote
-        const char *p = start;
-        while (p < m_end && *p != '"' && *p != '\\' && static_cast<unsigned char>(*p) >= 0x20)
-            ++p;
+        const char *p = plainRun(start);
+        if (!p)
+            return false;
         if (p < m_end && *p == '"') {
             out = QString::fromUtf8(start, p - start);
             m_at = p + 1;
@@ -189,8 +247,11 @@ private:
             if (static_cast<unsigned char>(c) < 0x20)
                 return fail("control character in a string");
             if (c != '\\') {
-                utf8.append(c);
-                ++m_at;
+                const char *run = plainRun(m_at);
+                if (!run)
+                    return false;
+                utf8.append(m_at, run - m_at);
+                m_at = run;
                 continue;
             }
             if (++m_at >= m_end)
@@ -296,7 +357,9 @@ private:
         else
             while (p < m_end && std::isdigit(static_cast<unsigned char>(*p)))
                 ++p;
+        bool fraction = false;
         if (p < m_end && *p == '.') {
+            fraction = true;
             ++p;
             if (p >= m_end || !std::isdigit(static_cast<unsigned char>(*p)))
                 return fail("invalid number");
@@ -304,6 +367,7 @@ private:
                 ++p;
         }
         if (p < m_end && (*p == 'e' || *p == 'E')) {
+            fraction = true;
             ++p;
             if (p < m_end && (*p == '+' || *p == '-'))
                 ++p;
@@ -311,6 +375,16 @@ private:
                 return fail("invalid number");
             while (p < m_end && std::isdigit(static_cast<unsigned char>(*p)))
                 ++p;
+        }
+        // Whole numbers keep their exact value as 64-bit integers (a double is exact only up
+        // to 2^53); others, and integers too large even for that, become doubles.
+        if (!fraction) {
+            qint64 whole = 0;
+            if (const auto [end, ec] = std::from_chars(m_at, p, whole); ec == std::errc() && end == p) {
+                m_at = p;
+                out = whole;
+                return true;
+            }
         }
         double value = 0;
         const auto [end, ec] = std::from_chars(m_at, p, value);
@@ -321,6 +395,7 @@ private:
         return true;
     }
 
+    const char *m_begin;
     const char *m_at;
     const char *m_end;
     std::unordered_map<std::string_view, QString> m_keys;
@@ -350,4 +425,18 @@ QVariantList PFJsonReader::takeList(QVariant &value)
     if (value.typeId() != QMetaType::QVariantList)
         return {};
     return std::move(*static_cast<QVariantList *>(value.data()));
+}
+
+bool PFJsonReader::isNumber(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Double:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+        return true;
+    default:
+        return false;
+    }
 }

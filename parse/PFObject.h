@@ -75,7 +75,9 @@ public:
 
     void saveInBackgroundWithBlock(PFBooleanResultBlock block);
     void saveInBackground() { saveInBackgroundWithBlock({}); }
-    // Waits for the save, running the event loop meanwhile. On failure fills `error` when given.
+    // The old, blocking way, kept only until the last screen has moved to
+    // saveInBackgroundWithBlock: waits for the save in a nested event loop. On failure fills
+    // `error` when given. Nothing in the client library or the app's start-up calls it.
     bool save(PFError *error = nullptr);
     // Saves when the server can be reached, even after a restart; each save is applied once,
     // in the order made. The block runs only if the save lands while this program still runs.
@@ -86,7 +88,7 @@ public:
     [[nodiscard]] PFObjectState &mutableState() { return m_state; }
     // Called before a save of this record is sent, and after it went through with the reply.
     virtual void willSave() {}
-    virtual void objectDidSave(const QJsonObject &reply) { Q_UNUSED(reply) }
+    virtual void objectDidSave(const QVariantMap &reply) { Q_UNUSED(reply) }
 
 private:
     PFObjectState m_state;

@@ -31,9 +31,7 @@ QStringList PFObjectState::allKeys() const
 
 PFObjectState::Operations PFObjectState::beginSave()
 {
-    for (auto it = operations.cbegin(); it != operations.cend(); ++it)
-        inFlight.insert(it.key(), it.value());
-    operations.clear();
+    inFlight = std::exchange(operations, {});
     return inFlight;
 }
 

@@ -20,9 +20,13 @@ public:
     QDateTime createdAt;
     QDateTime updatedAt;
     QVariantMap serverData;
-    Operations operations; // changes made since the last save began
-    Operations inFlight;   // changes of the save under way
+    Operations operations; // changes made since the save under way began
+    Operations inFlight;   // changes of the save under way (one at a time per record)
     bool dataAvailable = true;
+    // The last create sent for this record that did not come back: its request id and body.
+    // Sent again unchanged, it keeps the id, so the server answers with the record it created.
+    QString createRequestId;
+    QByteArray createBody;
 
     [[nodiscard]] QVariant valueForKey(const QString &key) const;
     [[nodiscard]] bool hasKey(const QString &key) const { return valueForKey(key).isValid(); }
@@ -34,6 +38,9 @@ public:
     void finishSave();
     // The save failed: its changes are pending again, unless the key was changed meanwhile.
     void abandonSave();
+    // The save failed: its changes are dropped, the keys read as the server has them (or as
+    // changed meanwhile).
+    void rollBackSave() { inFlight.clear(); }
     // Applies changes to the server data directly.
     void apply(const Operations &changes);
 };

@@ -15,6 +15,26 @@ PFUserPtr PFUser::currentUser()
     return core ? core->currentUserController().currentUser() : nullptr;
 }
 
+void PFUser::getCurrentUserInBackground(PFUserResultBlock block)
+{
+    ParseCore *core = Parse::core();
+    if (!core) {
+        PFDispatch::failLater(block, PFError::notInitialized(), PFUserPtr());
+        return;
+    }
+    core->currentUserController().getCurrentUser(std::move(block));
+}
+
+void PFUser::verifyCurrentUserSessionInBackground(PFBooleanResultBlock block)
+{
+    ParseCore *core = Parse::core();
+    if (!core) {
+        PFDispatch::failLater(block, PFError::notInitialized(), false);
+        return;
+    }
+    core->userController().verifySession(std::move(block));
+}
+
 void PFUser::logInWithUsernameInBackground(const QString &username, const QString &password, PFUserResultBlock block)
 {
     ParseCore *core = Parse::core();
@@ -52,10 +72,11 @@ void PFUser::signUpInBackgroundWithBlock(PFBooleanResultBlock block)
     core->userController().signUp(self, std::move(block));
 }
 
-void PFUser::objectDidSave(const QJsonObject &reply)
+void PFUser::objectDidSave(const QVariantMap &reply)
 {
-    const QJsonValue token = reply.value(QLatin1String("sessionToken"));
-    const bool newSession = token.isString() && !token.toString().isEmpty() && token.toString() != m_sessionToken;
+    const QVariant token = reply.value(QStringLiteral("sessionToken"));
+    const bool newSession = token.typeId() == QMetaType::QString && !token.toString().isEmpty() &&
+                            token.toString() != m_sessionToken;
     if (newSession)
         m_sessionToken = token.toString();
     ParseCore *core = Parse::core();

@@ -24,9 +24,9 @@ void PFUserController::signUp(const PFUserPtr &user, PFBooleanResultBlock block)
         PFDispatch::failLater(block, *refusal, false);
         return;
     }
-    m_objects.saveObject(user, {}, std::move(block), [this](const PFObjectPtr &object, const QJsonObject &reply) {
+    m_objects.saveObject(user, {}, std::move(block), [this](const PFObjectPtr &object, const QVariantMap &reply) {
         auto signedUp = std::static_pointer_cast<PFUser>(object);
-        signedUp->setSessionToken(reply.value(QLatin1String("sessionToken")).toString());
+        signedUp->setSessionToken(reply.value(QStringLiteral("sessionToken")).toString());
         m_current.setCurrentUser(signedUp);
     });
 }
@@ -38,14 +38,14 @@ void PFUserController::logIn(const QString &username, const QString &password, P
         PFUserPtr user;
         if (!error) {
             PFDecoder decoder;
+            const QString token = result.string(QStringLiteral("sessionToken"));
             user = std::dynamic_pointer_cast<PFUser>(decoder.decodeObject(PFUser::parseClassName(), result.json));
-            const QJsonValue token = result.json.value(QLatin1String("sessionToken"));
             if (decoder.error())
                 error = decoder.error();
-            else if (!user || !token.isString() || token.toString().isEmpty())
-                error = PFError::unreadableReply(result.httpStatus);
+            else if (!user || token.isEmpty())
+                error = PFError::unreadableReply(result.httpStatus, QStringLiteral("no session"));
             else
-                user->setSessionToken(token.toString());
+                user->setSessionToken(token);
         }
         if (error) {
             if (block)
@@ -76,5 +76,39 @@ void PFUserController::requestPasswordReset(const QString &email, PFBooleanResul
     m_runner.runCommand(ParseCommand::requestPasswordReset(email), [block](const ParseCommandResult &result) {
         if (block)
             block(result.succeeded(), result.error ? &*result.error : nullptr);
+    });
+}
+
+void PFUserController::verifySession(PFBooleanResultBlock block)
+{
+    const PFUserPtr user = m_current.currentUser();
+    if (!user || !user->isAuthenticated()) {
+        PFDispatch::failLater(block,
+                              PFError(PFError::SessionMissing,
+                                      QCoreApplication::translate("PFError", "No one is signed in.")),
+                              false);
+        return;
+    }
+    ParseCommand command = ParseCommand::json("GET", QStringLiteral("/users/me"));
+    command.sessionToken = user->sessionToken();
+    m_runner.runCommand(command, [this, user, block](ParseCommandResult &result) {
+        std::optional<PFError> error = result.error;
+        if (!error) {
+            PFDecoder decoder;
+            PFObjectState fresh = user->state();
+            decoder.mergeInto(fresh, std::move(result.json));
+            if (decoder.error() || fresh.objectId != user->objectId())
+                error = decoder.error().value_or(PFError::unreadableReply(result.httpStatus, QStringLiteral("another user")));
+            else if (m_current.currentUser() == user)
+                user->mutableState() = std::move(fresh);
+        }
+        if (!error) {
+            m_current.persist();
+        } else if (error->code() == PFError::InvalidSessionToken && m_current.currentUser() == user) {
+            qCInfo(lcParseUser) << "the server ended the remembered session; signed out";
+            m_current.clear();
+        }
+        if (block)
+            block(!error, error ? &*error : nullptr);
     });
 }

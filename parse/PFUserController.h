@@ -18,6 +18,7 @@ public:
     void logIn(const QString &username, const QString &password, PFUserResultBlock block);
     void logOut();
     void requestPasswordReset(const QString &email, PFBooleanResultBlock block);
+    void verifySession(PFBooleanResultBlock block);
 
 private:
     ParseCommandRunner &m_runner;

@@ -35,7 +35,6 @@ ParseCommand ParseCommand::findObjects(const QString &className, const QUrlQuery
 {
     ParseCommand command = json("GET", classPath(className));
     command.query = parameters;
-    command.expectsJson = false; // pages can be large: the query controller reads them into records directly
     return command;
 }
 

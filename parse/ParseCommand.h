@@ -18,7 +18,7 @@ public:
     QByteArray contentType = "application/json";
     QString sessionToken;
     QString requestId;         // X-Parse-Request-Id of a write; the same for every retry
-    bool expectsJson = true;   // false: a successful reply is handed over raw (downloads, query pages)
+    bool expectsJson = true;   // false: a successful reply is handed over raw (downloads)
     bool confidential = false; // the body must never be logged
 
     [[nodiscard]] bool isWrite() const { return method != "GET"; }

@@ -1,8 +1,8 @@
 #include "ParseCommandRunner.h"
 
+#include "PFJsonReader.h"
 #include "PFLogging.h"
 
-#include <QJsonDocument>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QRandomGenerator>
@@ -41,7 +41,7 @@ void ParseCommandRunner::send(const ParseCommand &command, const Completion &com
         ParseCommandResult result;
         result.error = PFError::connectionFailed(QStringLiteral("no network access"));
         result.transient = true;
-        QTimer::singleShot(0, this, [completion, result] { completion(result); });
+        QTimer::singleShot(0, this, [completion, result]() mutable { completion(result); });
         return;
     }
     const QUrl url =
@@ -81,7 +81,7 @@ void ParseCommandRunner::finish(QNetworkReply *reply, const ParseCommand &comman
                                 int attempt)
 {
     reply->deleteLater();
-    const ParseCommandResult result = interpret(reply, command);
+    ParseCommandResult result = interpret(reply, command);
     if (result.httpStatus > 0)
         Q_EMIT serverReached();
     qCDebug(lcParseHttp).noquote() << command.method << reply->url().path() << "->" << result.httpStatus
@@ -111,6 +111,7 @@ ParseCommandResult ParseCommandRunner::interpret(QNetworkReply *reply, const Par
         return result;
     }
     result.httpStatus = status.toInt();
+    result.replayed = reply->rawHeader("X-Parse-Request-Replayed") == "true";
     const QByteArray body = reply->readAll();
     const bool success = result.httpStatus >= 200 && result.httpStatus < 300;
     result.transient = result.httpStatus >= 500;
@@ -118,22 +119,31 @@ ParseCommandResult ParseCommandRunner::interpret(QNetworkReply *reply, const Par
         result.data = body;
         return result;
     }
-    QJsonParseError parseError{};
-    const QJsonDocument document = QJsonDocument::fromJson(body, &parseError);
-    if (parseError.error != QJsonParseError::NoError || !document.isObject()) {
-        result.error = PFError::unreadableReply(result.httpStatus);
+    PFJsonReader reader;
+    QVariant document = reader.read(body);
+    if (document.typeId() != QMetaType::QVariantMap) {
+        result.error = PFError::unreadableReply(
+            result.httpStatus, document.isValid() ? QStringLiteral("not a JSON object") : reader.error());
         return result;
     }
-    result.json = document.object();
+    result.json = PFJsonReader::takeMap(document);
     if (success)
         return result;
-    const QJsonValue code = result.json.value(QLatin1String("code"));
-    const QJsonValue message = result.json.value(QLatin1String("error"));
-    if (!code.isDouble() && !message.isString()) {
-        result.error = PFError::unreadableReply(result.httpStatus);
+    const QVariant code = result.json.value(QStringLiteral("code"));
+    const QVariant message = result.json.value(QStringLiteral("error"));
+    const bool hasCode = PFJsonReader::isNumber(code);
+    const bool hasMessage = message.typeId() == QMetaType::QString;
+    if (!hasCode && !hasMessage) {
+        result.error = PFError::unreadableReply(result.httpStatus, QStringLiteral("no error code"));
         return result;
     }
-    result.error = PFError(code.isDouble() ? code.toInt() : PFError::OtherCause,
-                           message.isString() ? message.toString() : QStringLiteral("HTTP %1").arg(result.httpStatus));
+    result.error = PFError(hasCode ? code.toInt() : PFError::OtherCause,
+                           hasMessage ? message.toString() : QStringLiteral("HTTP %1").arg(result.httpStatus));
     return result;
+}
+
+QString ParseCommandResult::string(const QString &key) const
+{
+    const QVariant value = json.value(key);
+    return value.typeId() == QMetaType::QString ? value.toString() : QString();
 }

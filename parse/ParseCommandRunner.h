@@ -18,7 +18,8 @@ class QNetworkReply;
 class ParseCommandRunner : public QObject {
     Q_OBJECT
 public:
-    using Completion = std::function<void(const ParseCommandResult &result)>;
+    // The result is the completion's to take from (a query takes its rows out without a copy).
+    using Completion = std::function<void(ParseCommandResult &result)>;
 
     ParseCommandRunner(ParseClientConfiguration configuration, QNetworkAccessManager *network,
                        QObject *parent = nullptr);

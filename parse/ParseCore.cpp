@@ -9,8 +9,9 @@ ParseCore::ParseCore(const ParseClientConfiguration &configuration, std::unique_
       m_users(*m_runner, m_objects, m_currentUser), m_installation(m_store)
 {
     m_runner->setInstallationIdProvider([this] { return m_installation.installationId(); });
-    m_eventually = std::make_unique<PFEventuallyQueue>(
-        *m_runner, m_store, [this] { return m_currentUser.sessionToken(); }, configuration.eventuallyRetryIntervalMs);
+    m_eventually = std::make_unique<PFEventuallyQueue>(*m_runner, m_store, m_currentUser,
+                                                       configuration.eventuallyRetryIntervalMs);
+    m_currentUser.load();
 }
 
 ParseCore::~ParseCore() = default;

@@ -18,7 +18,7 @@ packages=(
   postgresql-15 postgresql-15-postgis-3 nodejs curl ca-certificates
   # running headless and testing
   libqt6test6 libqt6quicktest6 qml6-module-qttest xvfb xauth x11-apps x11vnc imagemagick dbus dbus-x11
-  gnome-keyring libsecret-tools python3-dbusmock libglib2.0-bin
+  gnome-keyring libsecret-tools python3-dbusmock libglib2.0-bin xdotool
   # fonts: text, and colour emoji in names and messages
   fonts-dejavu-core fonts-noto-color-emoji
 )

@@ -1,19 +1,24 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <optional>
 
 class SecureStore;
 
 // One saved password in the system's secure store, addressed by service, account and an
-// optional access group. Reading and saving are synchronous; failures come back as a
-// KeychainError instead of a password.
+// optional access group. Reading and saving are asynchronous: the block runs later on the main
+// thread, with the password or a KeychainError. A store that stays locked, one that is missing
+// and one that refuses are told apart by the error's status (see the kStatus constants); a
+// slow one (its keyring waiting for the user to unlock it) is reported through the optional
+// `stillWaiting` callback, and the call goes on until the store answers.
 class KeychainPasswordItem {
 public:
     // The store's statuses this item reports, in the platform's numbering.
     static constexpr qint32 kStatusItemNotFound = -25300;
-    static constexpr qint32 kStatusNotAvailable = -25291;
-    static constexpr qint32 kStatusAuthFailed = -25293;
+    static constexpr qint32 kStatusNotAvailable = -25291;       // no keyring on this computer
+    static constexpr qint32 kStatusAuthFailed = -25293;         // the keyring refused
+    static constexpr qint32 kStatusInteractionNotAllowed = -25308; // the keyring stayed locked
     static constexpr qint32 kStatusInternalError = -26276;
 
     // The app's item: service "Vantrel Pro", no access group.
@@ -47,6 +52,10 @@ public:
         QString m_storeMessage;
     };
 
+    using ReadBlock = std::function<void(const std::optional<QString> &password, const std::optional<KeychainError> &error)>;
+    using SaveBlock = std::function<void(const std::optional<KeychainError> &error)>;
+    using StillWaiting = std::function<void()>;
+
     KeychainPasswordItem(SecureStore &store, QString service, QString account,
                          std::optional<QString> accessGroup = std::nullopt);
 
@@ -54,10 +63,16 @@ public:
     [[nodiscard]] QString account() const { return m_account; }
     [[nodiscard]] std::optional<QString> accessGroup() const { return m_accessGroup; }
 
-    // The password, or nothing with *error set.
+    // The item may be a temporary: the calls keep what they need, not the item.
+    void readPasswordInBackground(ReadBlock block, StillWaiting stillWaiting = {}) const;
+    // Reads first: replaces the data of an item that is there, adds one when there is none, and
+    // passes any other failure of the read on without writing.
+    void savePasswordInBackground(const QString &password, SaveBlock block, StillWaiting stillWaiting = {}) const;
+
+    // The old, blocking way, kept only until the sign-in screens have moved to the calls above:
+    // each waits for the store in a nested event loop (as long as the store takes). Nothing in
+    // the client library, the platform layer or the app's start-up calls them.
     [[nodiscard]] std::optional<QString> readPassword(std::optional<KeychainError> *error = nullptr) const;
-    // Replaces the item's data when there is an item, adds one otherwise. False with *error set
-    // when the store refused or the existing item could not be read.
     bool savePassword(const QString &password, std::optional<KeychainError> *error = nullptr) const;
 
 private:
@@ -65,7 +80,7 @@ private:
     // service name so that it never meets the items without one.
     [[nodiscard]] QString storeService() const;
 
-    SecureStore &m_store;
+    SecureStore *m_store;
     QString m_service;
     QString m_account;
     std::optional<QString> m_accessGroup;

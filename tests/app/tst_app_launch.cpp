@@ -4,6 +4,8 @@
 #include "ConsoleLines.h"
 #include "NotificationCenter.h"
 #include "PFUser.h"
+#include "Parse.h"
+#include "ParseCore.h"
 #include "PrivateBus.h"
 #include "PushTokenSource.h"
 #include "SecureStore.h"
@@ -16,6 +18,7 @@
 
 #include <QJsonArray>
 #include <QSignalSpy>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUuid>
@@ -32,12 +35,13 @@ struct Launch {
     SecureStore secureStore{QStringLiteral("Vantrel Pro session test")};
     std::unique_ptr<AppDelegate> delegate;
 
-    Launch(const QDBusConnection &bus, const QString &dataDirectory = {})
+    Launch(const QDBusConnection &bus, const QString &dataDirectory = {}, const QUrl &server = {})
     {
         const TestBackend &backend = TestBackend::instance();
-        configuration.serverUrl = backend.serverUrl();
+        configuration.serverUrl = server.isEmpty() ? backend.serverUrl() : server;
         configuration.dataDirectory = dataDirectory.isEmpty() ? dir.path() : dataDirectory;
         defaults = std::make_unique<UserDefaults>(configuration.dataDirectory + QStringLiteral("/defaults.ini"));
+        UserDefaults::setStandardUserDefaults(defaults.get()); // for the sign-in screen, as the app does
         notifications = std::make_unique<NotificationCenter>(bus);
         pushTokens = std::make_unique<PushTokenSource>(configuration.dataDirectory + QStringLiteral("/push-token"));
         AppDelegate::Services services;
@@ -50,7 +54,29 @@ struct Launch {
         services.drawsInterface = false;
         delegate = std::make_unique<AppDelegate>(services);
     }
+
+    ~Launch() { UserDefaults::setStandardUserDefaults(nullptr); }
+
+    // Launches and waits until the first screen is decided (the remembered session was read).
+    bool launchAndDecide()
+    {
+        QSignalSpy decided(delegate.get(), &AppDelegate::launchDecided);
+        return delegate->applicationDidFinishLaunching({}) && !delegate->isLaunchDecided() &&
+               (!decided.isEmpty() || decided.wait(20000));
+    }
 };
+
+// An earlier run of the app in `directory` signs the user in and quits once the session is kept.
+bool signInEarlier(const QDBusConnection &bus, const QString &directory, const TestBackend::User &user)
+{
+    Launch earlier(bus, directory);
+    if (!earlier.launchAndDecide())
+        return false;
+    bool done = false;
+    PFUser::logInWithUsernameInBackground(user.username, user.password,
+                                          [&](const PFUserPtr &, const PFError *) { done = true; });
+    return QTest::qWaitFor([&] { return done && Parse::core()->currentUserController().isRemembered(); }, 15000);
+}
 
 } // namespace
 
@@ -88,7 +114,7 @@ private Q_SLOTS:
         ConsoleLines console("vantrel.app");
         launch.notifications->setApplicationIconBadgeNumber(7);
 
-        QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
+        QVERIFY(launch.launchAndDecide());
 
         QVERIFY(!PFUser::currentUser());
         QVERIFY(!launch.delegate->window());
@@ -114,19 +140,11 @@ private Q_SLOTS:
         QVERIFY(!user.sessionToken.isEmpty());
         PrivateBus bus;
         QTemporaryDir shared;
-        {
-            // An earlier run signs in and quits.
-            Launch earlier(bus.connection(), shared.path());
-            QVERIFY(earlier.delegate->applicationDidFinishLaunching({}));
-            bool done = false;
-            PFUser::logInWithUsernameInBackground(user.username, user.password,
-                                                  [&](const PFUserPtr &, const PFError *) { done = true; });
-            QTRY_VERIFY_WITH_TIMEOUT(done, 15000);
-            QVERIFY(PFUser::currentUser());
-        }
+        QVERIFY(signInEarlier(bus.connection(), shared.path(), user));
+
         Launch launch(bus.connection(), shared.path());
         ConsoleLines console("vantrel.app");
-        QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
+        QVERIFY(launch.launchAndDecide());
         QVERIFY(PFUser::currentUser());
         QCOMPARE(PFUser::currentUser()->objectId(), user.objectId);
         ui::Window *window = launch.delegate->window();
@@ -140,8 +158,43 @@ private Q_SLOTS:
         const qsizetype had = console.lines().indexOf(QStringLiteral("We have user"));
         QVERIFY(had >= 0);
         QCOMPARE(console.lines().indexOf(QStringLiteral("Should be storyboard")), had + 1);
-
         PFUser::logOut();
+    }
+
+    void sessionEndedByTheServerBringsTheSignInAtOnce()
+    {
+        const TestBackend::User user = TestBackend::instance().signUpUser();
+        PrivateBus bus;
+        QTemporaryDir shared;
+        QVERIFY(signInEarlier(bus.connection(), shared.path(), user));
+
+        // Without a connection the remembered session is not refused: it stays.
+        QTcpServer closed;
+        QVERIFY(closed.listen(QHostAddress::LocalHost));
+        const QUrl nowhere(QStringLiteral("http://127.0.0.1:%1").arg(closed.serverPort()));
+        closed.close();
+        {
+            Launch offline(bus.connection(), shared.path(), nowhere);
+            QVERIFY(offline.launchAndDecide());
+            QVERIFY(offline.delegate->window());
+            QSignalSpy refused(offline.delegate.get(), &AppDelegate::rememberedSessionRefused);
+            QVERIFY(!refused.wait(3000));
+            QVERIFY(PFUser::currentUser());
+        }
+
+        // The server ends every session of the account (as when it is refused or closed).
+        const QString token = Parse::core()->currentUserController().sessionToken();
+        QCOMPARE(TestBackend::instance().request("POST", QStringLiteral("/logout"), {}, false, token).status, 200);
+        Launch launch(bus.connection(), shared.path());
+        QSignalSpy refused(launch.delegate.get(), &AppDelegate::rememberedSessionRefused);
+        QVERIFY(launch.launchAndDecide());
+        QVERIFY(refused.wait(15000));
+        QVERIFY(!PFUser::currentUser());
+        QCOMPARE(launch.delegate->window()->rootViewController()->storyboardIdentifier(),
+                 AppStoryboards::kLoginIdentifier);
+        Launch next(bus.connection(), shared.path());
+        QVERIFY(next.launchAndDecide());
+        QVERIFY(!next.delegate->window());
     }
 
     void grantedPermissionSavesTheInstallationWithChannelPro()
@@ -152,7 +205,7 @@ private Q_SLOTS:
         Launch launch(bus.connection());
         ConsoleLines console("vantrel.app");
         QSignalSpy saved(launch.delegate.get(), &AppDelegate::installationSaveFinished);
-        QVERIFY(launch.delegate->applicationDidFinishLaunching({}));
+        QVERIFY(launch.launchAndDecide());
         QVERIFY(saved.wait(20000));
         QVERIFY(saved.at(0).at(0).toBool());
         QVERIFY(console.lines().contains(QStringLiteral("Permission granted: true")));

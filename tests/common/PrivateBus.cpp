@@ -1,16 +1,33 @@
 #include "PrivateBus.h"
 
 #include <QDBusConnectionInterface>
+#include <QDir>
+#include <QTemporaryFile>
 #include <QElapsedTimer>
 #include <QThread>
 #include <QUuid>
 #include <csignal>
 
-PrivateBus::PrivateBus()
+PrivateBus::PrivateBus(Services services)
 {
+    QString config = QStringLiteral("--session");
+    if (services == Services::Bare) {
+        QTemporaryFile file(QDir::tempPath() + QStringLiteral("/bus-XXXXXX.conf"));
+        file.setAutoRemove(false);
+        if (!file.open())
+            return;
+        file.write(R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy>
+</busconfig>
+)");
+        m_configFile = file.fileName();
+        config = QStringLiteral("--config-file=") + m_configFile;
+    }
     QProcess daemon;
-    daemon.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--fork"),
-                                                 QStringLiteral("--print-address=1"), QStringLiteral("--print-pid=1")});
+    daemon.start(QStringLiteral("dbus-daemon"),
+                 {config, QStringLiteral("--fork"), QStringLiteral("--print-address=1"), QStringLiteral("--print-pid=1")});
     if (!daemon.waitForFinished(10000) || daemon.exitCode() != 0)
         return;
     const QStringList lines = QString::fromUtf8(daemon.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
@@ -31,6 +48,8 @@ PrivateBus::~PrivateBus()
         QDBusConnection::disconnectFromBus(m_connectionName);
     if (m_daemonPid > 0)
         ::kill(static_cast<pid_t>(m_daemonPid), SIGTERM);
+    if (!m_configFile.isEmpty())
+        QFile::remove(m_configFile);
 }
 
 QDBusConnection PrivateBus::connection() const

@@ -10,7 +10,9 @@
 // Everything started here is stopped when the object goes away.
 class PrivateBus {
 public:
-    PrivateBus();
+    // Bare: no service on the system can be started on demand (a desktop without them).
+    enum class Services { Activatable, Bare };
+    explicit PrivateBus(Services services = Services::Activatable);
     ~PrivateBus();
     PrivateBus(const PrivateBus &) = delete;
     PrivateBus &operator=(const PrivateBus &) = delete;
@@ -24,6 +26,7 @@ public:
 
 private:
     QString m_address;
+    QString m_configFile;
     QString m_connectionName;
     qint64 m_daemonPid = 0;
     std::vector<std::unique_ptr<QProcess>> m_mocks;

@@ -150,7 +150,7 @@ void ModelRecordsTest::decodedRecordsAreTyped()
                                   .object();
     PFDecoder decoder;
     const auto freelancer =
-        std::dynamic_pointer_cast<Freelancer>(decoder.decodeObject(QStringLiteral("Freelancer"), reply));
+        std::dynamic_pointer_cast<Freelancer>(decoder.decodeObject(QStringLiteral("Freelancer"), reply.toVariantMap()));
     QVERIFY(!decoder.error());
     QVERIFY(freelancer);
     QVERIFY(freelancer->user());

@@ -27,10 +27,23 @@ ParseClientConfiguration ClientFixture::configuration(const QString &dataDirecto
     });
 }
 
+namespace {
+// A signed-in user's session goes into the secure storage after the call that signed in: a
+// program that runs on has it remembered before it quits.
+void waitUntilRemembered()
+{
+    (void)QTest::qWaitFor([] { return !Parse::core() || !Parse::core()->currentUserController().isRemembering(); },
+                          30000);
+}
+} // namespace
+
 void ClientFixture::start(const ParseClientConfiguration &configuration)
 {
+    waitUntilRemembered();
     Parse::setCore(nullptr);
     Parse::initializeWithConfiguration(configuration);
+    // As the app does at start: nothing reads the current user before the store has answered.
+    QVERIFY(QTest::qWaitFor([] { return Parse::core()->currentUserController().isLoaded(); }, 30000));
 }
 
 void ClientFixture::stop()
@@ -49,6 +62,7 @@ template <class Start> bool waitFor(Start start, int *errorCode)
     });
     if (!QTest::qWaitFor([&] { return done; }, 30000))
         code = -999;
+    waitUntilRemembered();
     if (errorCode)
         *errorCode = code;
     return code == 0;

@@ -2,6 +2,7 @@
 // and every kind of bad reply turned into a PFError.
 #include "CannedHttpServer.h"
 #include "PFError.h"
+#include "PFFileObject.h"
 #include "PFObject.h"
 #include "PFQuery.h"
 #include "PFUser.h"
@@ -24,8 +25,12 @@ struct FindOutcome {
     bool called = false;
     int calls = 0;
     int code = 0;
+    QString description;
     QList<PFObjectPtr> objects;
 };
+
+const QByteArray kUpdated = R"({"updatedAt":"2026-01-01T00:00:00.000Z"})";
+const QByteArray kRefused = R"({"code":142,"error":"refused by a trigger"})";
 } // namespace
 
 class ParseRunnerTest : public QObject {
@@ -38,6 +43,9 @@ private Q_SLOTS:
     void badLogInRepliesBecomeErrors_data();
     void badLogInRepliesBecomeErrors();
     void writeIsRetriedWithTheSameRequestId();
+    void savesOfOneRecordNeverShareChanges();
+    void failedSaveLeavesNothingForTheNextSave();
+    void retriedCreateAndUploadKeepTheirRequestIds();
     void retriedUpdateAppliedBeforeCountsAsSaved();
     void requestsCarryTheParseHeaders();
     void unreachableServerGivesConnectionError();
@@ -82,6 +90,7 @@ FindOutcome ParseRunnerTest::find(const PFQuery &query)
         outcome.called = true;
         ++outcome.calls;
         outcome.code = error ? error->code() : 0;
+        outcome.description = error ? error->localizedDescription() : QString();
         outcome.objects = objects;
     });
     if (!QTest::qWaitFor([&] { return outcome.called; }, 10000))
@@ -95,22 +104,34 @@ void ParseRunnerTest::badRepliesBecomeErrors_data()
     QTest::addColumn<QByteArray>("contentType");
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("reason"); // what the error's description says about the reply
     const QByteArray json = "application/json";
     const QByteArray html = "text/html";
-    QTest::newRow("truncated JSON") << 200 << json << QByteArray(R"({"results":[{"objectId":"a")") << 107;
-    QTest::newRow("empty body") << 200 << json << QByteArray() << 107;
-    QTest::newRow("array instead of object") << 200 << json << QByteArray("[1,2]") << 107;
-    QTest::newRow("results not a list") << 200 << json << QByteArray(R"({"results":{"a":1}})") << 107;
-    QTest::newRow("result not a record") << 200 << json << QByteArray(R"({"results":[5]})") << 107;
-    QTest::newRow("record id a number") << 200 << json << QByteArray(R"({"results":[{"objectId":5}]})") << 107;
+    QTest::newRow("truncated JSON") << 200 << json << QByteArray(R"({"results":[{"objectId":"a")") << 107
+                                    << "at byte 27";
+    QTest::newRow("empty body") << 200 << json << QByteArray() << 107 << "at byte 0";
+    QTest::newRow("not UTF-8") << 200 << json << QByteArray("{\"results\":[{\"objectId\":\"\xe9t\xe9\"}]}") << 107
+                               << "invalid UTF-8";
+    QTest::newRow("array instead of object") << 200 << json << QByteArray("[1,2]") << 107 << "not a JSON object";
+    QTest::newRow("results not a list") << 200 << json << QByteArray(R"({"results":{"a":1}})") << 107
+                                        << "no list of results";
+    QTest::newRow("result not a record") << 200 << json << QByteArray(R"({"results":[5]})") << 107
+                                         << "not a record";
+    QTest::newRow("record id a number") << 200 << json << QByteArray(R"({"results":[{"objectId":5}]})") << 107
+                                        << "record id";
     QTest::newRow("record date garbage") << 200 << json
-                                         << QByteArray(R"({"results":[{"objectId":"a","createdAt":"soon"}]})") << 107;
-    QTest::newRow("HTML error page 502") << 502 << html << QByteArray("<html><body>Bad Gateway</body></html>") << 107;
-    QTest::newRow("HTML page 404") << 404 << html << QByteArray("<!DOCTYPE html><p>Not found</p>") << 107;
-    QTest::newRow("JSON error without code") << 400 << json << QByteArray(R"({"message":"no"})") << 107;
+                                         << QByteArray(R"({"results":[{"objectId":"a","createdAt":"soon"}]})") << 107
+                                         << "record date";
+    QTest::newRow("HTML error page 502") << 502 << html << QByteArray("<html><body>Bad Gateway</body></html>") << 107
+                                         << "HTTP 502";
+    QTest::newRow("HTML page 404") << 404 << html << QByteArray("<!DOCTYPE html><p>Not found</p>") << 107
+                                   << "HTTP 404";
+    QTest::newRow("JSON error without code") << 400 << json << QByteArray(R"({"message":"no"})") << 107
+                                             << "no error code";
     QTest::newRow("server's own error") << 404 << json << QByteArray(R"({"code":101,"error":"Object not found."})")
-                                        << 101;
-    QTest::newRow("error with message only") << 403 << json << QByteArray(R"({"error":"unauthorized"})") << -1;
+                                        << 101 << "Object not found.";
+    QTest::newRow("error with message only") << 403 << json << QByteArray(R"({"error":"unauthorized"})") << -1
+                                             << "unauthorized";
 }
 
 void ParseRunnerTest::badRepliesBecomeErrors()
@@ -119,9 +140,11 @@ void ParseRunnerTest::badRepliesBecomeErrors()
     QFETCH(QByteArray, contentType);
     QFETCH(QByteArray, body);
     QFETCH(int, code);
+    QFETCH(QString, reason);
     m_server->enqueue(status, body, contentType);
     const FindOutcome outcome = find(PFQuery(QStringLiteral("Story")));
     QCOMPARE(outcome.code, code);
+    QVERIFY2(outcome.description.contains(reason), qPrintable(outcome.description));
     QCOMPARE(outcome.calls, 1);
     QVERIFY(outcome.objects.isEmpty());
 }
@@ -178,6 +201,84 @@ void ParseRunnerTest::writeIsRetriedWithTheSameRequestId()
         QCOMPARE(request.headers.value("x-parse-request-id"), requestId);
         QCOMPARE(request.body, QByteArray(R"({"title":"Flood"})"));
     }
+}
+
+namespace {
+// Starts a save and returns where its outcome will be.
+std::shared_ptr<std::optional<bool>> startSave(const PFObjectPtr &object)
+{
+    auto outcome = std::make_shared<std::optional<bool>>();
+    object->saveInBackgroundWithBlock([outcome](bool ok, const PFError *) { *outcome = ok; });
+    return outcome;
+}
+} // namespace
+
+void ParseRunnerTest::savesOfOneRecordNeverShareChanges()
+{
+    // Two saves of one record at once: the second waits and sends only its own change, and the
+    // first one's failure neither saves nor keeps the second's change.
+    m_server->enqueue(400, kRefused);
+    m_server->enqueue(200, kUpdated);
+    auto story = PFObject::objectWithoutDataWithClassName(QStringLiteral("Story"), QStringLiteral("s1"));
+    story->mutableState().serverData.insert(QStringLiteral("title"), QStringLiteral("Old"));
+    story->setObject(QStringLiteral("Refused"), QStringLiteral("title"));
+    const auto first = startSave(story);
+    story->setObject(QStringLiteral("Kept"), QStringLiteral("body"));
+    const auto second = startSave(story);
+    QTRY_VERIFY(first->has_value() && second->has_value());
+    QCOMPARE(**first, false);
+    QCOMPARE(**second, true);
+    QCOMPARE(m_server->requests().size(), 2);
+    QCOMPARE(m_server->requests().at(0).body, QByteArray(R"({"title":"Refused"})"));
+    QCOMPARE(m_server->requests().at(1).body, QByteArray(R"({"body":"Kept"})"));
+    QCOMPARE(story->stringForKey(QStringLiteral("title")), QStringLiteral("Old"));
+    QCOMPARE(story->stringForKey(QStringLiteral("body")), QStringLiteral("Kept"));
+    QVERIFY(!story->isDirty());
+}
+
+void ParseRunnerTest::failedSaveLeavesNothingForTheNextSave()
+{
+    // A refused deletion request must not go out with the next profile save.
+    m_server->enqueue(400, kRefused);
+    m_server->enqueue(200, kUpdated);
+    auto user = std::static_pointer_cast<PFUser>(
+        PFObject::objectWithoutDataWithClassName(PFUser::parseClassName(), QStringLiteral("u1")));
+    user->setObject(true, QStringLiteral("shouldDeleteAccount"));
+    const auto refused = startSave(user);
+    QTRY_VERIFY(refused->has_value());
+    QCOMPARE(**refused, false);
+    QVERIFY(!user->hasKey(QStringLiteral("shouldDeleteAccount")));
+    user->setObject(QStringLiteral("Ana"), QStringLiteral("firstName"));
+    const auto saved = startSave(user);
+    QTRY_VERIFY(saved->has_value());
+    QCOMPARE(m_server->requests().at(1).body, QByteArray(R"({"firstName":"Ana"})"));
+}
+
+void ParseRunnerTest::retriedCreateAndUploadKeepTheirRequestIds()
+{
+    // Sent again after a failure the server may have applied, a create or an upload keeps its
+    // request id: the server answers with what it made the first time instead of a second one.
+    m_server->enqueue(503, "<html>busy</html>", "text/html");
+    m_server->enqueue(200, R"({"name":"f_photo.jpg","url":"http://files/f_photo.jpg"})");
+    m_server->enqueue(503, "<html>busy</html>", "text/html");
+    m_server->enqueue(201, R"({"objectId":"s2","createdAt":"2026-01-01T00:00:00.000Z"})");
+    auto story = PFObject::objectWithClassName(QStringLiteral("Story"));
+    story->setObject(QStringLiteral("Flood"), QStringLiteral("title"));
+    story->setObject(PFFileObject::fileObjectWithName(QStringLiteral("photo.jpg"), "jpeg bytes", "image/jpeg"),
+                     QStringLiteral("photo"));
+    for (bool expected : {false, false, true}) {
+        const auto outcome = startSave(story);
+        QTRY_VERIFY(outcome->has_value());
+        QCOMPARE(**outcome, expected);
+    }
+    QCOMPARE(story->objectId(), QStringLiteral("s2"));
+    const QList<CannedHttpServer::Request> &sent = m_server->requests();
+    QCOMPARE(sent.size(), 4);
+    QCOMPARE(sent.at(0).target, QByteArray("/files/photo.jpg"));
+    QCOMPARE(sent.at(1).headers.value("x-parse-request-id"), sent.at(0).headers.value("x-parse-request-id"));
+    QCOMPARE(sent.at(2).target, QByteArray("/classes/Story"));
+    QCOMPARE(sent.at(3).headers.value("x-parse-request-id"), sent.at(2).headers.value("x-parse-request-id"));
+    QCOMPARE(sent.at(3).body, sent.at(2).body);
 }
 
 void ParseRunnerTest::retriedUpdateAppliedBeforeCountsAsSaved()

@@ -2,14 +2,12 @@
 #include "NotificationCenter.h"
 #include "PrivateBus.h"
 #include "PushTokenSource.h"
-#include "SecureStore.h"
 #include "UserDefaults.h"
 
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QUuid>
 
 class TestPlatform : public QObject {
     Q_OBJECT
@@ -177,19 +175,6 @@ private Q_SLOTS:
         QTRY_VERIFY(settings.has_value());
         QCOMPARE(settings->authorizationStatus == NotificationCenter::AuthorizationStatus::Authorized, service);
         QCOMPARE(settings->description().contains(QLatin1String("authorized")), service);
-    }
-
-    void secureStoreKeepsTheSessionSecret()
-    {
-        // Reads, writes in place and missing items are covered with the saved password's suite.
-        const QString account = QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral("@example.test");
-        SecureStore store(QStringLiteral("Vantrel Pro test"));
-        QVERIFY(!store.secret(account).has_value());
-        QVERIFY(store.setSecret(account, "token"));
-        QVERIFY(store.setSecret(account, "token2"));
-        QCOMPARE(store.secret(account).value_or(QByteArray()), QByteArray("token2"));
-        QVERIFY(store.removeSecret(account));
-        QVERIFY(!store.secret(account).has_value());
     }
 };
 
