@@ -111,11 +111,17 @@ private Q_SLOTS:
     {
         const PFUserPtr user = signUp();
         QVERIFY(user);
-        for (const QString &town : {u"b"_s, u"c"_s, u"a"_s}) {
-            auto record = PFObject::objectWithClassName(u"Freelancer"_s);
-            record->setObject(PFObjectPtr(user), u"user"_s);
-            record->setObject(town, u"myTown"_s);
-            QVERIFY(ClientFixture::save(record));
+        // An account makes one Freelancer record itself; the other two an administrator makes.
+        auto own = PFObject::objectWithClassName(u"Freelancer"_s);
+        own->setObject(PFObjectPtr(user), u"user"_s);
+        own->setObject(u"b"_s, u"myTown"_s);
+        QVERIFY(ClientFixture::save(own));
+        for (const QString &town : {u"c"_s, u"a"_s}) {
+            const QJsonObject record{
+                {u"user"_s, QJsonObject{{u"__type"_s, u"Pointer"_s}, {u"className"_s, u"_User"_s},
+                                        {u"objectId"_s, user->objectId()}}},
+                {u"myTown"_s, town}};
+            QCOMPARE(TestBackend::instance().request("POST", u"/classes/Freelancer"_s, record, true).status, 201);
         }
         PFQuery query(u"Freelancer"_s);
         query.whereKey(u"user"_s, PFObjectPtr(user)).orderByDescending(u"myTown"_s).setLimit(2).setSkip(1);
