@@ -36,23 +36,26 @@ void PFCurrentUserController::load()
         });
         return;
     }
-    PFJsonReader reader;
-    PFDecoder decoder;
-    const QVariant decoded = decoder.decode(reader.read(*contents));
-    auto user = std::dynamic_pointer_cast<PFUser>(decoded.value<PFObjectPtr>());
-    if (decoder.error() || !user || user->objectId().isEmpty()) {
-        qCWarning(lcParseUser) << "the remembered user's file is unreadable; signed out"
-                               << (reader.error().isEmpty() ? QString() : reader.error());
-        clear();
-        return;
-    }
     const quint64 generation = m_generation;
     m_secureStorage->readSecret(
-        m_secretKey, [this, self = QPointer(this), user, generation](const PFSecureStorage::Result &result) {
+        m_secretKey,
+        [this, self = QPointer(this), file = *contents, generation](const PFSecureStorage::Result &result) {
             if (!self)
                 return;
             if (generation != m_generation) {
                 finishLoading(m_user, std::nullopt); // someone signed in or out meanwhile
+                return;
+            }
+            // Decoded only now, when the app has registered its record classes: the remembered
+            // user comes back as the app's own user class.
+            PFJsonReader reader;
+            PFDecoder decoder;
+            const QVariant decoded = decoder.decode(reader.read(file));
+            auto user = std::dynamic_pointer_cast<PFUser>(decoded.value<PFObjectPtr>());
+            if (decoder.error() || !user || user->objectId().isEmpty()) {
+                qCWarning(lcParseUser) << "the remembered user's file is unreadable; signed out"
+                                       << (reader.error().isEmpty() ? QString() : reader.error());
+                clear();
                 return;
             }
             if (result.ok() && !result.data.isEmpty()) {

@@ -10,6 +10,7 @@
 #include "PFObject.h"
 #include "PFQuery.h"
 #include "PFUser.h"
+#include "PFSubclassRegistry.h"
 #include "Parse.h"
 #include "ParseCore.h"
 #include "TestBackend.h"
@@ -164,7 +165,16 @@ private Q_SLOTS:
                      std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
         }
 
-        ClientFixture::start(ClientFixture::configuration(m_data->path(), m_secrets.get()));
+        // An app registers its own user class right after it initialises the client, while
+        // the remembered user is still being read: that user comes back as the app's class.
+        struct AppUser : PFUser {};
+        PFSubclassRegistry::shared().clear();
+        Parse::setCore(nullptr);
+        Parse::initializeWithConfiguration(ClientFixture::configuration(m_data->path(), m_secrets.get()));
+        PFSubclassRegistry::shared().registerSubclass(PFUser::parseClassName(), [] { return std::make_shared<AppUser>(); });
+        QVERIFY(QTest::qWaitFor([] { return Parse::core()->currentUserController().isLoaded(); }, 30000));
+        QVERIFY(std::dynamic_pointer_cast<AppUser>(PFUser::currentUser()));
+        PFSubclassRegistry::shared().clear();
         QCOMPARE(PFUser::currentUser()->stringForKey(u"firstName"_s), u"Bea"_s);
         PFUser::logOut();
         QVERIFY(!PFUser::currentUser());
