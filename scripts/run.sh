@@ -58,7 +58,16 @@ cleanup() {
   kill "$xvfb_pid" 2>/dev/null || true
 }
 trap cleanup EXIT
-for _ in $(seq 50); do [ -e "/tmp/.X11-unix/X$display_number" ] && break; sleep 0.1; done
+# A busy machine can take several seconds to bring the display up.
+for _ in $(seq 300); do
+  [ -e "/tmp/.X11-unix/X$display_number" ] && break
+  kill -0 "$xvfb_pid" 2>/dev/null || break
+  sleep 0.1
+done
+if [ ! -e "/tmp/.X11-unix/X$display_number" ]; then
+  echo "The virtual display $DISPLAY did not start; see $run_dir/xvfb.log" >&2
+  exit 1
+fi
 
 if command -v x11vnc >/dev/null 2>&1; then
   x11vnc -display "$DISPLAY" -localhost -rfbport "$vnc_port" -forever -shared -nopw -quiet \
